@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdint>
+#include <ctime>
+
+namespace orvane
+{
+
+// Where the present moment comes from: seconds since 1 January 1970 00:00 UTC.
+using Clock = std::int64_t (*)();
+
+inline std::int64_t systemClock()
+{
+    return std::time(nullptr);
+}
+
+inline Clock clock = systemClock;
+
+inline std::int64_t nowSeconds()
+{
+    return clock();
+}
+
+// Puts another clock in place, for a host or a test; null brings the system's back.
+inline void setClock(Clock source)
+{
+    clock = source ? source : systemClock;
+}
+
+}  // namespace orvane

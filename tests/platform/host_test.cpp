@@ -1,0 +1,230 @@
+#include "platform/host.h"
+
+#include <ctime>
+#include <functional>
+#include <memory>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include "platform/dialog.h"
+#include "platform/document.h"
+#include "platform/registered_name.h"
+#include "platform/terminal_host.h"
+#include "tests/support/recording_host.h"
+
+namespace
+{
+
+using orvane::CRecordingHost;
+using orvane::CTerminalHost;
+using File = std::unique_ptr<std::FILE, int (*)(std::FILE *)>;
+
+CString contents(std::FILE * file)
+{
+    std::rewind(file);
+    char buffer[1000];
+    return CString(buffer, static_cast<int>(std::fread(buffer, 1, sizeof buffer, file)));
+}
+
+TEST(HostTest, GoesBackToTheFormerHost)
+{
+    CRecordingHost outer;
+    {
+        CRecordingHost inner;
+        EXPECT_EQ(&orvane::host(), &inner);
+    }
+    EXPECT_EQ(&orvane::host(), &outer);
+    EXPECT_EQ(orvane::setHost(nullptr), &outer);
+    EXPECT_NE(dynamic_cast<CTerminalHost *>(&orvane::host()), nullptr);
+    EXPECT_NEAR(static_cast<double>(orvane::host().currentTime()), static_cast<double>(std::time(nullptr)), 2.0);
+    orvane::setHost(&outer);
+}
+
+TEST(HostTest, ShowsOneWaitCursorHoweverTheyNest)
+{
+    CRecordingHost outer;
+    {
+        CWaitCursor const first;
+        {
+            CWaitCursor const second;
+            EXPECT_EQ(CWaitCursor::nesting(), 2);
+        }
+        EXPECT_EQ(outer.waitsEnded, 0);
+        {
+            CRecordingHost inner;  // takes the cursor over and gives it back
+            EXPECT_EQ(inner.waitsBegun, 1);
+            EXPECT_EQ(outer.waitsEnded, 1);
+        }
+    }
+    EXPECT_EQ(outer.waitsBegun, 2);
+    EXPECT_EQ(outer.waitsEnded, 2);
+    EXPECT_EQ(CWaitCursor::nesting(), 0);
+}
+
+TEST(TerminalHostTest, AnswersNoWithoutATerminal)
+{
+    File const in(std::tmpfile(), std::fclose), out(std::tmpfile(), std::fclose);
+    std::fputs("yes\n", in.get());
+    std::rewind(in.get());
+    CTerminalHost host(in.get(), out.get());
+    EXPECT_EQ(host.messageBox("Sure?", "Title", orvane::box::question), orvane::answer::no);
+    EXPECT_EQ(contents(out.get()).Left(12), "Title: Sure?");
+}
+
+TEST(TerminalHostTest, LetsNoTextControlTheTerminal)
+{
+    File const out(std::tmpfile(), std::fclose);
+    CTerminalHost host(stdin, out.get());
+    CString const text = CString("a\x1B[2Jb\tc\nd\x7F\xC2\x9B"
+                                 "1m \xC3\x9B \xC2\xA0 \xC2");
+    EXPECT_EQ(host.messageBox(text, "Title", orvane::box::noAccess), orvane::answer::ok);
+    EXPECT_EQ(contents(out.get()), "Title: a?[2Jb\tc\nd???1m \xC3\x9B \xC2\xA0 \xC2\n");
+}
+
+TEST(TerminalHostTest, AsksUntilItIsAnswered)
+{
+    struct
+    {
+        CString typed;
+        int answer;
+    } const cases[] = {
+        {"y\n", orvane::answer::yes},
+        {"perhaps\n\n YES \n", orvane::answer::yes},
+        {"No\ny\n", orvane::answer::no},
+        {CString('y', 1000) + "\nn\n", orvane::answer::no},
+        {"\x04", orvane::answer::no},  // the end of the input
+    };
+    for (auto const & each : cases)
+    {
+        SCOPED_TRACE(each.typed);
+        int const user = posix_openpt(O_RDWR | O_NOCTTY);
+        ASSERT_TRUE(user >= 0 && grantpt(user) == 0 && unlockpt(user) == 0);
+        File const in(std::fopen(ptsname(user), "r"), std::fclose), out(std::fopen(ptsname(user), "w"), std::fclose);
+        ASSERT_TRUE(in && out);
+        ASSERT_EQ(write(user, each.typed, each.typed.view().size()), std::ssize(each.typed.view()));
+        EXPECT_EQ(CTerminalHost(in.get(), out.get()).messageBox("Sure?", "Title", orvane::box::question), each.answer);
+        close(user);
+    }
+}
+
+// A dialog that does what it is told when it is updated.
+class CTestDialog : public CModelessDialog
+{
+public:
+    std::function<void(bool)> onUpdate = [](bool) {};
+    int updates = 0;
+
+protected:
+    void updateFromModel(bool everything) override
+    {
+        ++updates;
+        // A copy, for this may be gone before the call returns.
+        std::function<void(bool)> const act = onUpdate;
+        act(everything);
+    }
+};
+
+TEST(DialogTest, ReadsTheModelAgainAndTellsTheHost)
+{
+    CRecordingHost host;
+    CTestDialog dialog;
+    bool said = false;
+    dialog.onUpdate = [&](bool everything) { said = everything; };
+    CModelessDialog::updateAllDialogs(true);
+    CModelessDialog::updateAllDialogs(false);
+    EXPECT_EQ(dialog.updates, 2);
+    EXPECT_FALSE(said);
+    EXPECT_EQ(host.updates, (std::vector<bool>{true, false}));
+}
+
+TEST(DialogTest, MayOpenAndCloseDialogsDuringAnUpdate)
+{
+    CRecordingHost host;
+    std::vector<std::unique_ptr<CTestDialog>> opened;
+    auto self = std::make_unique<CTestDialog>();
+    auto next = std::make_unique<CTestDialog>();
+    CTestDialog last;
+    self->onUpdate = [&](bool)
+    {
+        for (int i = 0; i < 100; ++i) opened.push_back(std::make_unique<CTestDialog>());
+        self.reset();
+        next.reset();
+    };
+    CModelessDialog::updateAllDialogs(false);
+    EXPECT_EQ(last.updates, 1);
+    EXPECT_EQ(opened.front()->updates, 0);  // it was opened with the present model
+
+    CModelessDialog::updateAllDialogs(false);
+    EXPECT_EQ(last.updates, 2);
+    EXPECT_EQ(opened.back()->updates, 1);
+}
+
+TEST(DialogTest, MayUpdateAllDialogsDuringAnUpdate)
+{
+    CRecordingHost host;
+    auto outer = std::make_unique<CTestDialog>();
+    auto inner = std::make_unique<CTestDialog>();
+    CTestDialog last;
+    outer->onUpdate = [&](bool)
+    {
+        if (outer->updates == 1) CModelessDialog::updateAllDialogs(true);
+    };
+    inner->onUpdate = [&](bool everything)
+    {
+        if (everything) inner.reset();
+    };
+    CModelessDialog::updateAllDialogs(false);
+    EXPECT_EQ(inner, nullptr);
+    EXPECT_EQ(last.updates, 2);
+    EXPECT_EQ(host.updates, (std::vector<bool>{true, false}));
+}
+
+TEST(DialogTest, StaysInOrderWhenAnUpdateThrows)
+{
+    CRecordingHost host;
+    CTestDialog last;
+    {
+        CTestDialog failing;
+        failing.onUpdate = [](bool) { throw 1; };
+        EXPECT_THROW(CModelessDialog::updateAllDialogs(false), int);
+    }
+    CModelessDialog::updateAllDialogs(false);
+    EXPECT_EQ(last.updates, 2);
+}
+
+TEST(DocumentTest, RemembersThatItWasModified)
+{
+    CDocument document;
+    EXPECT_FALSE(document.IsModified());
+    document.SetModifiedFlag();
+    EXPECT_TRUE(document.IsModified());
+    document.SetModifiedFlag(false);
+    EXPECT_FALSE(document.IsModified());
+}
+
+TEST(RegisteredNameTest, GivesOneNumberToOneName)
+{
+    unsigned const format = RegisterClipboardFormat("Orvane Schedule Clipboard Format");
+    unsigned const other = RegisterWindowMessage("another");
+    EXPECT_GE(format, 0xC000u);
+    EXPECT_NE(format, other);
+    EXPECT_EQ(RegisterClipboardFormat(CString("Orvane Schedule Clipboard Format")), format);
+    EXPECT_EQ(RegisterClipboardFormat(""), 0u);
+    EXPECT_EQ(RegisterClipboardFormat(nullptr), 0u);
+
+    unsigned highest = 0;
+    CString name;
+    for (int i = 0; i < 0x4000; ++i)
+    {
+        name.Format("name %i", i);
+        highest = std::max(highest, RegisterClipboardFormat(name));
+    }
+    EXPECT_EQ(highest, 0xFFFFu);
+    EXPECT_EQ(RegisterClipboardFormat("one too many"), 0u);
+    EXPECT_EQ(RegisterWindowMessage("another"), other);
+}
+
+}  // namespace

@@ -1,0 +1,124 @@
+#include "platform/time.h"
+
+#include "platform/clock.h"
+#include "platform/string.h"
+#include "tests/support/zone_scope.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <ctime>
+#include <limits>
+#include <type_traits>
+
+static_assert(sizeof(CTime) == 4 && std::is_trivially_copyable_v<CTime>);
+
+namespace
+{
+
+std::int64_t byLibrary(int year, int month, int day, int hour, int minute, int second, int dst)
+{
+    std::tm fields{};
+    fields.tm_year = year - 1900;
+    fields.tm_mon = month - 1;
+    fields.tm_mday = day;
+    fields.tm_hour = hour;
+    fields.tm_min = minute;
+    fields.tm_sec = second;
+    fields.tm_isdst = dst;
+    return std::mktime(&fields);
+}
+
+}  // namespace
+
+TEST(Time, FieldsOutOfRangeCarryOverAsInTheLibrary)
+{
+    int const fields[][6] = {{2004, 2, 30, 0, 0, 0}, {2003, 14, 1, 8, 0, 0},    {2004, 1, 0, 12, 0, 0},
+                             {2004, 0, 1, 0, -1, 0}, {2004, 6, 15, 49, 90, 61}, {2004, 6, -400, 7, 0, -86400},
+                             {1935, 7, 1, 9, 30, 1}, {1968, 1, 800, 10, 0, 0}};
+    for (char const * tz : {"Europe/Berlin", "America/New_York", "Australia/Sydney", "EST5EDT,M3.2.0,M11.1.0"})
+    {
+        ZoneScope const zone(tz);
+        for (auto const & [y, mo, d, h, mi, s] : fields)
+            for (int dst : {-1, 0})
+                EXPECT_EQ(CTime(y, mo, d, h, mi, s, dst).GetTime(), byLibrary(y, mo, d, h, mi, s, dst))
+                    << tz << ' ' << y << ' ' << mo << ' ' << d << ' ' << dst;
+    }
+}
+
+TEST(Time, StopsAtTheEnds)
+{
+    constexpr int most = std::numeric_limits<int>::max();
+    constexpr int least = std::numeric_limits<int>::min();
+    ZoneScope const zone("Asia/Kolkata");
+    CTime const last(std::numeric_limits<std::int64_t>::max());
+    CTime const first(std::numeric_limits<std::int64_t>::min());
+    EXPECT_EQ(last.GetTime(), INT32_MAX);
+    EXPECT_EQ(first.GetTime(), INT32_MIN);
+    EXPECT_EQ(CTime(most, most, most, most, most, most), last);
+    EXPECT_EQ(CTime(least, least, least, least, least, least, 0), first);
+    EXPECT_EQ(CTime(2038, 1, 19, 8, 44, 8), last);
+    EXPECT_EQ(last + CTimeSpan(1), last);
+    EXPECT_EQ(first - CTimeSpan(1), first);
+    EXPECT_EQ((last - first).GetTotalSeconds(), INT32_MAX);
+    EXPECT_EQ(CTimeSpan(std::numeric_limits<long>::max(), most, most, most).GetTotalSeconds(), INT32_MAX);
+    EXPECT_EQ((last.GetYear()), 2038);
+    EXPECT_EQ(first.GetYear(), 1901);
+}
+
+TEST(Time, TellsTheFieldsOfTheLocalClock)
+{
+    ZoneScope const zone("America/St_Johns");
+    CTime const time(1969, 12, 31, 23, 58, 59);
+    EXPECT_EQ(time.GetYear(), 1969);
+    EXPECT_EQ(time.GetMonth(), 12);
+    EXPECT_EQ(time.GetDay(), 31);
+    EXPECT_EQ(time.GetHour(), 23);
+    EXPECT_EQ(time.GetMinute(), 58);
+    EXPECT_EQ(time.GetSecond(), 59);
+    EXPECT_EQ(time.GetDayOfWeek(), 4);
+}
+
+TEST(Time, FormatsInTheMannerOfStrftime)
+{
+    ASSERT_STREQ(std::setlocale(LC_TIME, "C"), "C");
+    ZoneScope const zone("Asia/Kathmandu");
+    CTime const time(2004, 12, 30, 14, 5, 9);
+    struct
+    {
+        char const * format;
+        char const * text;
+    } const cases[] = {{"%H:%M %d/%m/%y", "14:05 30/12/04"},
+                       {"%a, %d %b, %Y", "Thu, 30 Dec, 2004"},
+                       {"%S|%j|%U|%z|%%", "09|365|52|+0545|%"},
+                       {"", ""},
+                       {" ", " "},
+                       {nullptr, ""}};
+    for (auto const & each : cases) EXPECT_STREQ(time.Format(each.format), each.text);
+    EXPECT_EQ(time.Format("%5000Y").GetLength(), 5000);
+    EXPECT_TRUE(time.Format("%2000000000Y").IsEmpty());
+}
+
+TEST(Time, AsksTheClockThatIsSet)
+{
+    orvane::setClock([] { return std::int64_t{1073311200}; });
+    EXPECT_EQ(CTime::GetCurrentTime().GetTime(), 1073311200);
+    orvane::setClock(nullptr);
+    EXPECT_LE(std::time(nullptr) - CTime::GetCurrentTime().GetTime(), 5);
+}
+
+TEST(TimeSpan, SplitsTowardZero)
+{
+    CTimeSpan const span(1, 2, 3, 4);
+    for (CTimeSpan each : {span, CTimeSpan() - span})
+    {
+        int const sign = each > CTimeSpan() ? 1 : -1;
+        EXPECT_EQ(each.GetTotalSeconds(), sign * 93784);
+        EXPECT_EQ(each.GetTotalMinutes(), sign * 1563);
+        EXPECT_EQ(each.GetTotalHours(), sign * 26);
+        EXPECT_EQ(each.GetDays(), sign);
+        EXPECT_EQ(each.GetHours(), sign * 2);
+        EXPECT_EQ(each.GetMinutes(), sign * 3);
+        EXPECT_EQ(each.GetSeconds(), sign * 4);
+    }
+}
