@@ -1,0 +1,12 @@
+#pragma once
+
+#include "values/date_time.h"
+#include "values/typed_array.h"
+
+// A list of dates.
+class CProjectDateArray : public orvane::CTypedArray<CProjectDateArray, CProjectDate, std::identity{}>
+{
+public:
+    // The position of the date, compared by its stored moment, or -1.
+    int find(CProjectDate const & date) const { return findByKey(date); }
+};

@@ -1,0 +1,202 @@
+#pragma once
+
+#include "platform/color.h"
+#include "platform/saturate.h"
+#include "platform/string.h"
+#include "values/value.h"
+
+// Single numbers, texts and colours as fields of the model. A default-constructed one is not valid; one
+// made from a value is valid and unchanged. Comparisons look at the value alone.
+
+class CProjectBool : public orvane::CFlagged<CProjectBool>
+{
+public:
+    CProjectBool() = default;
+    CProjectBool(bool value) : CFlagged(true), value(value) {}
+    // Anything but zero is true.
+    CProjectBool(int number) : CProjectBool(number != 0) {}
+
+    bool getValue() const { return value; }
+    operator int() const { return value; }
+
+    friend bool operator==(CProjectBool const & a, CProjectBool const & b) { return a.value == b.value; }
+    friend bool operator==(CProjectBool const & a, bool b) { return a.value == b; }
+    friend bool operator>(CProjectBool const & a, CProjectBool const & b) { return a.value > b.value; }
+
+private:
+    bool value = false;
+};
+
+// 32 bits; what lies beyond stops at the ends. A number that was never set reads -1, visibly out of range.
+class CProjectInt : public orvane::CFlagged<CProjectInt>
+{
+public:
+    CProjectInt() = default;
+    CProjectInt(int value) : CFlagged(true), value(value) {}
+
+    int getValue() const { return value; }
+
+    CProjectInt & operator+=(int other) { return become(std::int64_t{value} + other); }
+    CProjectInt & operator-=(int other) { return become(std::int64_t{value} - other); }
+    CProjectInt & operator*=(int other) { return become(std::int64_t{value} * other); }
+    // The divisor must not be zero.
+    CProjectInt & operator/=(int other) { return become(std::int64_t{value} / other); }
+    CProjectInt operator-() const { return bounded(-std::int64_t{value}); }
+
+    friend CProjectInt operator+(CProjectInt const & a, CProjectInt const & b)
+    {
+        return bounded(std::int64_t{a.value} + b.value);
+    }
+    friend CProjectInt operator-(CProjectInt const & a, CProjectInt const & b)
+    {
+        return bounded(std::int64_t{a.value} - b.value);
+    }
+    friend bool operator==(CProjectInt const & a, CProjectInt const & b) { return a.value == b.value; }
+    friend bool operator>(CProjectInt const & a, CProjectInt const & b) { return a.value > b.value; }
+
+private:
+    static CProjectInt bounded(std::int64_t number) { return CProjectInt(orvane::saturate<std::int32_t>(number)); }
+    CProjectInt & become(std::int64_t number)
+    {
+        value = orvane::saturate<std::int32_t>(number);
+        changed = true;
+        return *this;
+    }
+
+    std::int32_t value = -1;
+};
+
+// 64-bit floating point. A number that was never set reads -1.
+class CProjectDouble : public orvane::CFlagged<CProjectDouble>
+{
+public:
+    CProjectDouble() = default;
+    CProjectDouble(double value) : CFlagged(true), value(value) {}
+
+    double getValue() const { return value; }
+
+    CProjectDouble & operator+=(double other) { return become(value + other); }
+    CProjectDouble & operator-=(double other) { return become(value - other); }
+    CProjectDouble & operator*=(double other) { return become(value * other); }
+    CProjectDouble & operator/=(double other) { return become(value / other); }
+    CProjectDouble operator-() const { return CProjectDouble(-value); }
+
+    friend CProjectDouble operator+(CProjectDouble const & a, CProjectDouble const & b) { return a.value + b.value; }
+    friend CProjectDouble operator-(CProjectDouble const & a, CProjectDouble const & b) { return a.value - b.value; }
+    friend bool operator==(CProjectDouble const & a, CProjectDouble const & b) { return a.value == b.value; }
+    friend bool operator>(CProjectDouble const & a, CProjectDouble const & b) { return a.value > b.value; }
+
+private:
+    CProjectDouble & become(double number)
+    {
+        value = number;
+        changed = true;
+        return *this;
+    }
+
+    double value = -1.0;
+};
+
+// A text of the model: a CString with the flags of a value. Every change of the text sets both.
+class CProjectString : public CString, public orvane::CFlagged<CProjectString>
+{
+public:
+    CProjectString() = default;
+    CProjectString(CString const & text) : CString(text), CFlagged(true) {}
+    CProjectString(char const * text) : CString(text), CFlagged(true) {}
+    CProjectString(unsigned char const * text) : CString(text), CFlagged(true) {}
+    CProjectString(wchar_t const * text) : CString(text), CFlagged(true) {}
+    CProjectString(char const * text, int length) : CString(text, length), CFlagged(true) {}
+    template <orvane::Character T>
+    CProjectString(T character, int repeat = 1) : CString(character, repeat), CFlagged(true)
+    {
+    }
+    CProjectString(CProjectString const &) = default;
+    CProjectString & operator=(CProjectString const &) = default;
+
+    CProjectString & operator=(CString const & text) { return write([&] { CString::operator=(text); }); }
+    CProjectString & operator=(char const * text) { return write([&] { CString::operator=(text); }); }
+    CProjectString & operator=(wchar_t const * text) { return write([&] { CString::operator=(CString(text)); }); }
+    template <orvane::Character T>
+    CProjectString & operator=(T character)
+    {
+        return write([&] { CString::operator=(character); });
+    }
+    CProjectString & operator+=(CString const & text) { return write([&] { CString::operator+=(text); }); }
+    CProjectString & operator+=(char const * text) { return write([&] { CString::operator+=(text); }); }
+    template <orvane::Character T>
+    CProjectString & operator+=(T character)
+    {
+        return write([&] { CString::operator+=(character); });
+    }
+    // Outside the text only the flags are set.
+    void SetAt(int index, char character)
+    {
+        write([&] { CString::SetAt(index, character); });
+    }
+
+    friend bool operator==(CProjectString const & a, CProjectString const & b) { return a.text() == b.text(); }
+    friend bool operator==(CProjectString const & a, CString const & b) { return a.text() == b; }
+    friend bool operator==(CProjectString const & a, char const * b) { return a.text() == b; }
+
+private:
+    CString const & text() const { return *this; }
+    template <class Change>
+    CProjectString & write(Change const & change)
+    {
+        change();
+        valid = changed = true;
+        return *this;
+    }
+};
+
+// A colour of the model. Numbers have red in the low byte, green next, blue above. Turning a number into a
+// colour and back may lose one step of a component: the way back cuts the fraction off.
+class CProjectColor : public CColor, public orvane::CFlagged<CProjectColor>
+{
+public:
+    CProjectColor() = default;
+    CProjectColor(CColor const & color) : CColor(color), CFlagged(true) {}
+    // Components from 0 to 255.
+    CProjectColor(int red, int green, int blue) : CColor(part(red), part(green), part(blue)), CFlagged(true) {}
+    // Components from 0 to 1.
+    CProjectColor(float red, float green, float blue) : CColor(red, green, blue), CFlagged(true) {}
+    CProjectColor(unsigned long const & number) : CProjectColor(byte(number, 0), byte(number, 8), byte(number, 16)) {}
+    CProjectColor(CProjectColor const &) = default;
+    // Sets both flags, whatever the source.
+    CProjectColor & operator=(CProjectColor const & other)
+    {
+        CColor::operator=(other);
+        valid = changed = true;
+        return *this;
+    }
+
+    operator unsigned long() const;
+
+    friend bool operator==(CProjectColor const & a, CProjectColor const & b) { return a.color() == b.color(); }
+
+private:
+    static float part(int component) { return static_cast<float>(component * 0.00392156862745098); }
+    static int byte(unsigned long number, int shift) { return static_cast<int>(number >> shift & 0xFF); }
+    CColor const & color() const { return *this; }
+};
+
+// The number of an undo state. In place of a change flag it says whether the state was acknowledged.
+class CProjectStateIndex : public CDynamic<CProjectStateIndex>
+{
+public:
+    CProjectStateIndex() = default;
+    CProjectStateIndex(int index) : index(index), valid(true) {}
+
+    int getValue() const { return index; }
+    bool getAcknowledged() const { return acknowledged; }
+    void setAcknowledged(bool flag) { acknowledged = flag; }
+    bool isValid() const { return valid; }
+    void setValid(bool flag) { valid = flag; }
+    void clear() { *this = CProjectStateIndex(); }
+
+private:
+    std::int32_t index = 0;
+    bool acknowledged = false;
+    bool valid = false;
+};

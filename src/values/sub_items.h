@@ -1,0 +1,64 @@
+#pragma once
+
+#include <memory>
+
+namespace orvane
+{
+
+// An array that a record owns and that exists only while it holds something: null for a leaf. A copy is
+// deep, and is null when the source is empty. Two are equal when both are null, or neither and their
+// arrays are equal. Records that hold one need no copy operations of their own.
+template <class Array>
+class CSubItems
+{
+public:
+    CSubItems() = default;
+    CSubItems(CSubItems const & other) : items(copyOf(other)) {}
+    // Copies first: the source may lie inside what goes.
+    CSubItems & operator=(CSubItems const & other)
+    {
+        items = copyOf(other);
+        return *this;
+    }
+
+    Array * get() { return items.get(); }
+    Array const * get() const { return items.get(); }
+    explicit operator bool() const { return items != nullptr; }
+
+    // The array for adding to, created when there is none yet.
+    Array & make()
+    {
+        if (!items) items = std::make_unique<Array>();
+        return *items;
+    }
+    void assign(Array const & array) { items = array.IsEmpty() ? nullptr : std::make_unique<Array>(array); }
+    // Turns an empty array into none; whether it did.
+    bool deleteIfEmpty()
+    {
+        bool const empty = items && items->IsEmpty();
+        if (empty) items.reset();
+        return empty;
+    }
+
+    bool setChanged() { return items && items->setChanged(); }
+    void resetChanged()
+    {
+        if (items) items->resetChanged();
+    }
+    // As with any array, a copy has flagged its elements already.
+    void touch() {}
+    friend bool operator==(CSubItems const & a, CSubItems const & b)
+    {
+        return !a.items || !b.items ? !a.items && !b.items : *a.items == *b.items;
+    }
+
+private:
+    static std::unique_ptr<Array> copyOf(CSubItems const & other)
+    {
+        return other.items && !other.items->IsEmpty() ? std::make_unique<Array>(*other.items) : nullptr;
+    }
+
+    std::unique_ptr<Array> items;
+};
+
+}  // namespace orvane

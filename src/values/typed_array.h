@@ -1,0 +1,139 @@
+#pragma once
+
+#include <functional>
+
+#include "platform/array.h"
+#include "platform/string.h"
+#include "values/identifiers.h"
+#include "values/position_index.h"
+
+namespace orvane
+{
+
+// Three-way order of keys: negative, zero or positive.
+inline int compareKeys(CIDBase const & a, CIDBase const & b) { return a.compare(&b); }
+inline int compareKeys(CString const & a, CString const & b) { return a.Compare(b); }
+inline int compareKeys(int a, int b) { return (a > b) - (a < b); }
+template <class Key>
+    requires requires(Key const & a, Key const & b) { a.compare(b); }
+int compareKeys(Key const & a, Key const & b)
+{
+    return a.compare(b);
+}
+
+// An array of the model: elements in the order of insertion, which carries meaning, a flag that takes
+// part in change tracking, and a lookup by key through an index that is brought up to date on demand.
+//
+// A member of the family derives from this with its element class and its key: a getter of the element,
+// or std::identity{} where the elements are the keys. It adds only lookups of its own.
+template <class Self, class Element, auto key>
+class CTypedArray : public CDynamic<Self, CArray<Element, Element const &>>
+{
+    using Base = CDynamic<Self, CArray<Element, Element const &>>;
+
+public:
+    CTypedArray() = default;
+    CTypedArray(CTypedArray const & other) : Base() { copyFrom(other); }
+    CTypedArray & operator=(CTypedArray const & other)
+    {
+        if (this != &other) return copyFrom(other), *this;
+        for (int each = 0; each < this->GetSize(); ++each) this->elementForPass(each).touch();
+        return *this;
+    }
+    ~CTypedArray() override = default;
+
+    // The array or one of its elements changed; current after setChanged.
+    bool getChanged() const { return changed; }
+    // ORs every element's setChanged into the flag. A change of the array itself stays flagged until
+    // resetChanged.
+    bool setChanged()
+    {
+        for (int each = 0; each < this->GetSize(); ++each) changed |= this->elementForPass(each).setChanged();
+        return changed;
+    }
+    void resetChanged()
+    {
+        changed = false;
+        for (int each = 0; each < this->GetSize(); ++each) this->elementForPass(each).resetChanged();
+    }
+    // Elements of a copied array are flagged as assigned already: nothing is left to flag.
+    void touch() {}
+
+    // Equal size, and equal elements in the order of storage; flags play no part.
+    friend bool operator==(Self const & a, Self const & b) { return equal(a, b); }
+
+protected:
+    using Key = std::remove_cvref_t<std::invoke_result_t<decltype(key), Element const &>>;
+
+    static decltype(auto) keyOf(Element const & element) { return std::invoke(key, element); }
+
+    // The position of an element with that key, or -1. With equal keys, whichever the search meets.
+    int findByKey(Key const & sought) const
+    {
+        auto const at = [this](int position) -> decltype(auto) { return keyOf(this->GetAt(position)); };
+        return index.find(
+            this->GetSize(), [&](int a, int b) { return compareKeys(at(a), at(b)); },
+            [&](int position) { return compareKeys(at(position), sought); });
+    }
+    // Assigns over the element with the same key; the index stays, as the key does. False without one.
+    bool changeByKey(Element const & element)
+    {
+        int const position = findByKey(keyOf(element));
+        if (position < 0) return false;
+        this->elementForPass(position) = element;
+        changed = true;
+        return true;
+    }
+
+    // Whether the index is up to date, so that a lookup would sort nothing.
+    bool isSorted() const { return index.covers(this->GetSize()); }
+
+    void mutating() override { changed = true; }
+    void entered(int first, int count) override
+    {
+        if (first + count < this->GetSize()) index.drop();
+    }
+    void leaving(int, int) override { index.drop(); }
+    void lentForWriting() override { index.drop(); }
+
+    // The elements of the source as assigned, and its flag.
+    void copyFrom(CTypedArray const & other)
+    {
+        this->Copy(other);
+        this->FreeExtra();
+        changed = other.changed;
+    }
+
+    // Lookups leave it alone, but for the one array that counts being sorted as a change.
+    mutable bool changed = false;
+
+private:
+    static bool equal(Self const & a, Self const & b)
+    {
+        if (a.GetSize() != b.GetSize()) return false;
+        for (int each = 0; each < a.GetSize(); ++each)
+            if (!(a.GetAt(each) == b.GetAt(each))) return false;
+        return true;
+    }
+
+    mutable CPositionIndex index;
+};
+
+// An array whose key is an identifier.
+template <class Self, class Element, auto key = &Element::getID>
+class CIdentifiedArray : public CTypedArray<Self, Element, key>
+{
+    using Base = CTypedArray<Self, Element, key>;
+
+public:
+    // The position of an element with that identifier, or -1.
+    int findByID(typename Base::Key const & id) const { return this->findByKey(id); }
+    // Assigns over the element with the same identifier; false when there is none.
+    bool changeElement(Element const & element) { return this->changeByKey(element); }
+};
+
+// An array of identifiers.
+template <class Self, class ID>
+using CIDArrayOf = CIdentifiedArray<Self, ID, std::identity{}>;
+
+}  // namespace orvane

@@ -1,0 +1,295 @@
+#include "values/date_time.h"
+
+#include "platform/clock.h"
+#include "platform/string.h"
+#include "tests/support/zone_scope.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <ostream>
+#include <string_view>
+
+static_assert(sizeof(CProjectDate) == 16 && sizeof(CProjectTime) == 16 && sizeof(CProjectTimeOfDay) == 16);
+static_assert(sizeof(CProjectDuration) == 16);
+
+void PrintTo(CProjectDate const & date, std::ostream * out)
+{
+    *out << date.GetYear() << '-' << date.GetMonth() << '-' << date.GetDay() << (date.isValid() ? "" : " (not valid)");
+}
+
+void PrintTo(CProjectTimeOfDay const & time, std::ostream * out)
+{
+    *out << time.GetHour() << ':' << time.GetMinute() << (time.isValid() ? "" : " (not valid)");
+}
+
+void PrintTo(CProjectTime const & time, std::ostream * out)
+{
+    PrintTo(time.getDate(), out);
+    PrintTo(time.getTimeOfDay(), &(*out << ' '));
+}
+
+namespace
+{
+
+constexpr char const * zones[] = {"UTC",
+                                  "Europe/Berlin",
+                                  "Europe/London",
+                                  "America/New_York",
+                                  "America/Sao_Paulo",
+                                  "America/Santiago",
+                                  "America/St_Johns",
+                                  "Asia/Kathmandu",
+                                  "Australia/Hobart",
+                                  "Africa/Monrovia",
+                                  "EST5EDT,M3.2.0,M11.1.0"};
+
+CProjectTimeOfDaySpan span(int startHour, int endHour)
+{
+    return {CProjectTimeOfDay(startHour, 0), CProjectTimeOfDay(endHour, 0)};
+}
+
+}  // namespace
+
+TEST(Flags, CopiesCountAsChangesAndDefaultsAreNotValid)
+{
+    ZoneScope const zone("Europe/Berlin");
+    auto const check = [](auto const & given, auto const & none)
+    {
+        EXPECT_TRUE(given.isValid() && !given.getChanged());
+        auto copy = given;
+        EXPECT_TRUE(copy.isValid() && copy.getChanged());
+        copy.resetChanged();
+        copy = none;
+        EXPECT_TRUE(!copy.isValid() && copy.getChanged());
+    };
+    check(CProjectDate(2004, 1, 5), CProjectDate());
+    check(CProjectTime(2004, 1, 5, 8, 0), CProjectTime());
+    check(CProjectTimeOfDay(8, 0), CProjectTimeOfDay());
+    EXPECT_EQ(CProjectDate(), CProjectDate(1970, 1, 1));
+    EXPECT_EQ(CProjectTimeOfDay(), CProjectTimeOfDay(0, 0));
+    EXPECT_FALSE(CProjectTimeOfDaySpan(span(8, 9)).getChanged());
+}
+
+TEST(Date, MovesByDaysInEveryZoneAsTheCalendarDoes)
+{
+    for (char const * tz : zones)
+    {
+        ZoneScope const zone(tz);
+        for (int start = -20000; start < 24000; start += 97)
+        {
+            CProjectDate const date = CProjectDate::fromDayNumber(start);
+            for (int days : {1, -1, 30, 365, -1000})
+            {
+                CProjectDate const moved = date + days;
+                ASSERT_EQ(moved.getDayNumber(), start + days) << tz;
+                ASSERT_EQ(moved - date, days) << tz;
+                ASSERT_EQ(date - days, CProjectDate::fromDayNumber(start - days)) << tz;
+            }
+        }
+    }
+}
+
+TEST(Date, KnowsLeapYearsAndCarriesOver)
+{
+    ZoneScope const zone("America/Sao_Paulo");
+    EXPECT_EQ(CProjectDate(2004, 3, 1) - CProjectDate(2004, 2, 28), 2);
+    EXPECT_EQ(CProjectDate(2004, 2, 28) - CProjectDate(2004, 3, 1), -2);
+    EXPECT_EQ(CProjectDate(2004, 2, 28) + 2, CProjectDate(2004, 3, 1));
+    EXPECT_EQ(CProjectDate(2003, 2, 29), CProjectDate(2003, 3, 1));
+    EXPECT_EQ(CProjectDate(2037, 12, 31) - CProjectDate(1902, 1, 1), 49673);
+    EXPECT_EQ(CProjectDate(1969, 12, 28).GetDayOfWeek(), 1);
+    CProjectDate date(2018, 11, 3);
+    date += 1;
+    EXPECT_TRUE(date.getChanged());
+    EXPECT_EQ(date, CProjectDate(2018, 11, 4)) << "a day that starts at 01:00";
+    EXPECT_EQ((date + CProjectTimeOfDay(0, 30)), CProjectTime(2018, 11, 4, 1, 30));
+    EXPECT_EQ(CProjectDate(2037, 1, 1) + INT_MAX, CProjectDate(2500, 1, 1));
+    EXPECT_EQ(CProjectDate(INT_MIN, INT_MIN, INT_MIN) - INT_MAX, CProjectDate(-9999, 1, 1));
+}
+
+TEST(Date, StepsOverADayThatTheZoneLeftOut)
+{
+    ZoneScope const zone("Pacific/Apia");  // there was no 30 December 2011
+    EXPECT_EQ(CProjectDate(2011, 12, 29) + 1, CProjectDate(2011, 12, 31));
+    EXPECT_EQ(CProjectDate(2011, 12, 31) - 1, CProjectDate(2011, 12, 29));
+    EXPECT_EQ(CProjectDate(2011, 12, 30), CProjectDate(2011, 12, 31));
+    EXPECT_EQ(CProjectDate(2011, 12, 31) - CProjectDate(2011, 12, 29), 1);
+}
+
+TEST(Date, IsEqualByDayAndOrderedBySeconds)
+{
+    CProjectDate stored;
+    {
+        ZoneScope const zone("Asia/Kolkata");
+        stored = CProjectDate(2004, 1, 5);
+    }
+    ZoneScope const zone("Asia/Karachi");
+    EXPECT_EQ(stored, CProjectDate(2004, 1, 4));
+    EXPECT_EQ(stored.compare(CProjectDate(2004, 1, 4)), 1);
+    EXPECT_EQ(stored.compare(CProjectDate(2004, 1, 5)), -1);
+    EXPECT_EQ(stored.compare(stored), 0);
+}
+
+TEST(Time, SplitsIntoDateAndTimeOfDayAndBack)
+{
+    for (char const * tz : zones)
+    {
+        ZoneScope const zone(tz);
+        for (std::int64_t minutes : {-20000000, -1441, -1, 0, 1439, 1440, 17822545, 33000001})
+        {
+            CProjectTime const time = CProjectTime::fromLocalMinutes(minutes);
+            EXPECT_EQ(time.getLocalMinutes(), minutes);
+            EXPECT_EQ(time.getDate() + time.getTimeOfDay(), time) << tz;
+            EXPECT_EQ(time.getTimeOfDay() + time.getDate(), time) << tz;
+            EXPECT_EQ(time.getTimeOfDay().getMinuteOfDay(), orvane::floorMod(minutes, 1440)) << tz;
+        }
+    }
+    EXPECT_FALSE(CProjectTime().getDate().isValid() || CProjectTime().getTimeOfDay().isValid());
+}
+
+TEST(Time, IsCutToTheMinuteOfTheLocalClock)
+{
+    ZoneScope const zone("Africa/Monrovia");  // 44 minutes 30 seconds behind until 1972
+    EXPECT_EQ(CProjectTime(CTime(1969, 12, 31, 23, 59, 59)).getCTime(), CTime(1969, 12, 31, 23, 59, 0));
+    EXPECT_EQ(CProjectTime(1970, 1, 1, 0, 0).getCTime().GetTime(), 2670);
+    CProjectTime time;
+    time += CProjectDuration(0, 1);
+    EXPECT_EQ(time.getCTime().GetTime(), 60) << "what is not valid is not cut";
+    EXPECT_TRUE(!time.isValid() && time.getChanged());
+}
+
+TEST(Time, AddsElapsedTimeAcrossChangesOfTheClock)
+{
+    ZoneScope const zone("Europe/Berlin");
+    CProjectTime const before(2024, 3, 30, 12, 0);
+    EXPECT_EQ(before + CProjectDuration(24, 0), CProjectTime(2024, 3, 31, 13, 0));
+    EXPECT_EQ(before - CProjectDuration(-24, 0), CProjectTime(2024, 3, 31, 13, 0));
+    EXPECT_EQ(CProjectTime(2024, 3, 31, 13, 0) - before, CProjectDuration(24, 0));
+    EXPECT_EQ(before - CProjectTime(2024, 3, 31, 13, 0), CProjectDuration(-24, 0));
+    EXPECT_EQ(CProjectTime(2037, 12, 31, 0, 0) + CProjectDuration(INT_MAX, 0), CProjectTime(2040, 1, 1, 0, 0));
+    EXPECT_EQ(CProjectTime(1910, 1, 1, 0, 0) + CProjectDuration(INT_MIN, 0), CProjectTime(1800, 1, 1, 0, 0));
+}
+
+TEST(Time, SubtractionEndsAtTheStartOf1970)
+{
+    for (char const * tz : zones)
+    {
+        ZoneScope const zone(tz);
+        CProjectTime const earliest(1970, 1, 1, 0, 0);
+        EXPECT_EQ(CProjectTime(1970, 1, 1, 1, 0) - CProjectDuration(2, 0), earliest) << tz;
+        EXPECT_EQ(CProjectTime(1970, 1, 1, 2, 0) - CProjectDuration(2, 0), earliest) << tz;
+        EXPECT_EQ(CProjectTime(1970, 1, 1, 3, 0) - CProjectDuration(2, 0), CProjectTime(1970, 1, 1, 1, 0)) << tz;
+        EXPECT_EQ(CProjectTime(1960, 1, 1, 0, 0) - CProjectDuration(0, 0), earliest) << tz;
+        EXPECT_EQ(CProjectTime(1960, 1, 1, 0, 0) - CProjectDuration(-1, 0), CProjectTime(1960, 1, 1, 1, 0)) << tz;
+        EXPECT_FALSE((CProjectTime() - CProjectDuration(INT_MAX, 0)).isValid()) << tz;
+    }
+}
+
+TEST(Time, TellsThePresentMinute)
+{
+    ZoneScope const zone("America/New_York");
+    orvane::setClock([] { return std::int64_t{1073357999}; });  // 5 January 2004, 21:59:59
+    EXPECT_EQ(CProjectTime::GetTickCount(), CProjectTime(2004, 1, 5, 21, 59));
+    EXPECT_EQ(CProjectDate::GetCurrentDate(), CProjectDate(2004, 1, 5));
+    EXPECT_EQ(CProjectTimeOfDay::GetCurrentTimeOfDay(), CProjectTimeOfDay(21, 59));
+    orvane::setClock(nullptr);
+}
+
+TEST(TimeOfDay, ReadsBackInEveryZone)
+{
+    for (char const * tz : zones)
+    {
+        ZoneScope const zone(tz);
+        for (int minute = 0; minute < 1440; ++minute)
+        {
+            CProjectTimeOfDay const time(minute / 60, minute % 60);
+            ASSERT_EQ(time.GetHour(), minute / 60) << tz;
+            ASSERT_EQ(time.GetMinute(), minute % 60) << tz;
+            ASSERT_EQ(time.getCTime(), CTime(1970, 1, 1, minute / 60, minute % 60, 0, 0)) << tz;
+        }
+        EXPECT_EQ(CProjectTimeOfDay(0, -1).getMinuteOfDay(), 1439) << tz;
+        EXPECT_LT(CProjectTimeOfDay(0, -1), CProjectTimeOfDay(0, 0)) << tz;
+        EXPECT_EQ(CProjectTimeOfDay(25, 0).GetHour(), 1) << tz;
+        EXPECT_GE(CProjectTimeOfDay(INT_MAX, INT_MAX).GetHour(), 0) << tz;
+    }
+}
+
+TEST(TimeOfDay, RunsRoundMidnight)
+{
+    for (char const * tz : zones)
+    {
+        ZoneScope const zone(tz);
+        CProjectTimeOfDay const late(23, 0);
+        EXPECT_EQ(late + CProjectDuration(2, 0), CProjectTimeOfDay(1, 0)) << tz;
+        EXPECT_EQ(late + CProjectDuration(48, 30), CProjectTimeOfDay(23, 30)) << tz;
+        EXPECT_EQ(CProjectTimeOfDay(1, 0) - CProjectDuration(2, 1), CProjectTimeOfDay(22, 59)) << tz;
+        EXPECT_EQ(late - CProjectTimeOfDay(8, 30), CProjectDuration(14, 30)) << tz;
+        EXPECT_EQ(CProjectTimeOfDay(8, 0) - CProjectTimeOfDay(9, 0), CProjectDuration(0, 0)) << tz;
+    }
+    EXPECT_FALSE((CProjectTimeOfDay() + CProjectDuration(2, 0)).isValid());
+}
+
+TEST(TimeOfDay, DiffAssignsOnlyADifference)
+{
+    CProjectTimeOfDay time(8, 0);
+    EXPECT_FALSE(time.diff(CProjectTimeOfDay(8, 0)).getChanged());
+    EXPECT_EQ(&time.diff(CProjectTimeOfDay(9, 0)), &time);
+    EXPECT_EQ(time, CProjectTimeOfDay(9, 0));
+    EXPECT_TRUE(time.getChanged());
+}
+
+TEST(TimeOfDaySpan, IsValidUpToOneMinuteBeforeMidnight)
+{
+    struct
+    {
+        CProjectTimeOfDay start, end;
+        bool valid;
+    } const cases[] = {{{9, 0}, {17, 0}, true}, {{9, 0}, {0, 0}, false}, {{9, 0}, {24, 0}, false},
+                       {{9, 0}, {9, 0}, true},  {{9, 1}, {9, 0}, false}, {{0, 0}, {0, 0}, false},
+                       {{0, 0}, {23, 59}, true}};
+    for (auto const & [start, end, valid] : cases)
+    {
+        EXPECT_EQ(CProjectTimeOfDaySpan(start, end).isValid(), valid) << testing::PrintToString(end);
+        CProjectTimeOfDaySpan changed;
+        EXPECT_FALSE(changed.isValid());
+        changed.setStart(start);
+        changed.setEnd(end);
+        EXPECT_EQ(changed.isValid(), valid) << testing::PrintToString(end);
+        EXPECT_TRUE(changed.getChanged() && changed == CProjectTimeOfDaySpan(start, end));
+    }
+}
+
+TEST(TimeOfDaySpan, IntersectsInMoreThanAMoment)
+{
+    CProjectTimeOfDaySpan out = span(1, 2);
+    EXPECT_FALSE(span(8, 12).getIntersection(span(12, 17), out));
+    EXPECT_FALSE(span(8, 9).getIntersection(span(12, 17), out));
+    EXPECT_EQ(out, span(1, 2));
+    EXPECT_TRUE(span(8, 13).getIntersection(span(12, 17), out));
+    EXPECT_EQ(out, span(12, 13));
+    EXPECT_TRUE(out.getIntersection(span(8, 17), out));
+    EXPECT_EQ(out, span(12, 13));
+}
+
+TEST(TimeOfDaySpan, LastsFromStartToEnd)
+{
+    for (char const * tz : zones)
+    {
+        ZoneScope const zone(tz);
+        EXPECT_EQ(CProjectDuration(CProjectTimeOfDaySpan({9, 0}, {17, 30})), CProjectDuration(8, 30)) << tz;
+        EXPECT_EQ(CProjectDuration(CProjectTimeOfDaySpan({17, 30}, {9, 0})), CProjectDuration(-8, -30)) << tz;
+    }
+}
+
+TEST(TimeOfDaySpan, ComparesAsItsTextDoes)
+{
+    EXPECT_EQ(CString(span(9, 17)), CString("09:00   to   17:00"));
+    CProjectTimeOfDaySpan const spans[] = {span(0, 0), span(9, 17), span(9, 8), span(10, 9), {{9, 5}, {9, 4}}};
+    for (auto const & a : spans)
+        for (auto const & b : spans)
+        {
+            int const byText = CString(a).view().compare(CString(b).view());
+            EXPECT_EQ(a.compare(b), (byText > 0) - (byText < 0));
+        }
+}

@@ -1,0 +1,104 @@
+#include "values/duration.h"
+
+#include "values/saturate.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+namespace
+{
+
+CProjectDuration notValid()
+{
+    return CProjectDuration();
+}
+
+}  // namespace
+
+TEST(Duration, IsWholeMinutesCutTowardZero)
+{
+    struct
+    {
+        long given;
+        long seconds;
+    } const cases[] = {{90, 60},
+                       {-90, -60},
+                       {59, 0},
+                       {-59, 0},
+                       {INT32_MAX, 2147483640},
+                       {std::numeric_limits<long>::max(), 2147483640},
+                       {std::numeric_limits<long>::min(), -2147483640}};
+    for (auto const & each : cases)
+    {
+        CProjectDuration const duration(each.given);
+        EXPECT_EQ(duration.GetTotalSeconds(), each.seconds) << each.given;
+        EXPECT_TRUE(duration.isValid() && !duration.getChanged());
+    }
+    EXPECT_EQ(CProjectDuration(-1, -30).GetTotalSeconds(), -5400);
+    EXPECT_EQ(CProjectDuration(INT32_MAX, INT32_MAX).GetTotalSeconds(), 2147483640);
+}
+
+TEST(Duration, SplitsIntoDaysOfTwentyFourHours)
+{
+    CProjectDuration const duration(49, 30);
+    for (int sign : {1, -1})
+    {
+        CProjectDuration const each(sign * duration.GetTotalSeconds());
+        EXPECT_EQ(each.GetTotalHours(), sign * 49);
+        EXPECT_EQ(each.GetTotalMinutes(), sign * 2970);
+        EXPECT_EQ(each.GetHours(), sign);
+        EXPECT_EQ(each.GetMinutes(), sign * 30);
+    }
+    EXPECT_EQ(CProjectDuration(24, 0).GetHours(), 0);
+}
+
+TEST(Duration, SumsAreNewValuesWhileCompoundAssignmentsTouchTheNumberAlone)
+{
+    CProjectDuration sum = notValid();
+    sum += CProjectDuration(60);
+    sum += CProjectDuration(120);
+    EXPECT_EQ(sum.GetTotalSeconds(), 180);
+    EXPECT_FALSE(sum.isValid() || sum.getChanged());
+    sum -= CProjectDuration(INT32_MIN);
+    sum -= CProjectDuration(INT32_MIN);
+    EXPECT_EQ(sum.GetTotalSeconds(), INT32_MAX);
+    EXPECT_EQ((sum + notValid()).GetTotalSeconds(), 2147483640);
+    EXPECT_TRUE((sum - sum).isValid());
+    EXPECT_EQ((CProjectDuration(INT32_MIN) - sum).GetTotalSeconds(), -2147483640);
+}
+
+TEST(Duration, ComparesByValidityAndOrdersByNumber)
+{
+    CProjectDuration const zero(0, 0);
+    CProjectDuration number = notValid();
+    number += CProjectDuration(60);
+    EXPECT_TRUE(notValid() == number);
+    EXPECT_TRUE(notValid() != zero);
+    EXPECT_TRUE(zero <= notValid() && zero >= notValid());
+    EXPECT_TRUE(notValid() < CProjectDuration(60));
+}
+
+TEST(Duration, CopiesKeepTheChangeFlagAndAssignmentsTakeTheSourcesValidity)
+{
+    CProjectDuration target(3, 0);
+    target = CProjectDuration(4, 0);
+    EXPECT_TRUE(target.getChanged());
+    EXPECT_TRUE(CProjectDuration(target).getChanged());
+    target = notValid();
+    EXPECT_FALSE(target.getChanged() || target.isValid());
+    EXPECT_FALSE(CProjectDuration(target).getChanged());
+}
+
+TEST(Saturate, KeepsWhatFitsAndStopsAtTheEnds)
+{
+    EXPECT_EQ(orvane::saturate<std::int32_t>(std::int64_t{1} << 40), INT32_MAX);
+    EXPECT_EQ(orvane::saturate<std::int32_t>(INT64_MIN), INT32_MIN);
+    EXPECT_EQ(orvane::saturate<std::int32_t>(-1.99), -1);
+    EXPECT_EQ(orvane::saturate<std::int32_t>(2147483647.5), INT32_MAX);
+    EXPECT_EQ(orvane::saturate<std::int32_t>(std::nan("")), 0);
+    EXPECT_EQ(orvane::saturate<std::int64_t>(HUGE_VAL), INT64_MAX);
+    EXPECT_EQ(orvane::saturate<std::int64_t>(-9.3e18), INT64_MIN);
+}

@@ -1,0 +1,101 @@
+#include "values/identifiers.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace
+{
+
+TEST(Identifiers, TextKeepsItsWidthAndReadsBack)
+{
+    CTaskID id{orvane::nullID};
+    id.setGUID(CString("0a1b2c3d4e5f60718293a4b5c6d7e8 f"));
+    EXPECT_EQ(id.toString(), CString(" a1b2c3d4e5f60718293a4b5c6d7e8 f"));
+    CTaskID back;
+    back.resetChanged();
+    back.setGUID(id.toString());
+    EXPECT_EQ(back, id);
+    EXPECT_FALSE(back.getChanged());
+}
+
+TEST(Identifiers, TextOfAnotherLengthClears)
+{
+    for (int const length : {0, 31, 33})
+    {
+        CRiskID id;
+        id.setGUID(CString('a', length));
+        EXPECT_TRUE(id.isNULL() && id.isValid() && id.getChanged()) << length;
+    }
+}
+
+TEST(Identifiers, OrderIsByUnsignedBytesInMemory)
+{
+    CTaskID low{orvane::nullID};
+    CTaskID high{orvane::nullID};
+    low.setGUID(CString("01ff0000000000000000000000000000"));
+    high.setGUID(CString("80000000000000000000000000000000"));
+    EXPECT_EQ(low.compare(&high), -1);
+    EXPECT_EQ(high.compare(&low), 1);
+    EXPECT_EQ(low.compare(&low), 0);
+}
+
+TEST(Identifiers, CopiesAreUnchangedAssignmentsAreChanges)
+{
+    CUserID id;
+    EXPECT_TRUE(id.isValid());
+    EXPECT_FALSE(id.getChanged());
+    id = id;
+    EXPECT_TRUE(id.getChanged());
+    CUserID const copy(id);
+    EXPECT_FALSE(copy.getChanged());
+    EXPECT_EQ(copy, id);
+}
+
+TEST(Identifiers, EachKindHasItsTagAndItsCounters)
+{
+    EXPECT_EQ(CTaskReportID::getNULL().tagName(), CString("TaskReportID"));
+    EXPECT_EQ(CAttributeID().tagName(), CString("ProjectID"));
+    CCostID::resetCreatedAndDeletedCount();
+    {
+        CCostID const one;
+        CCostID const two(one);
+        EXPECT_EQ(CCostID::getCreated() - CCostID::getDeleted(), 2);
+    }
+    EXPECT_EQ(CCostID::getCreated(), CCostID::getDeleted());
+    std::unique_ptr<CObject> const made(CRuntimeClass::FromName("CLinkID")->CreateObject());
+    EXPECT_TRUE(made->IsKindOf(CIDBase::GetThisClass()));
+}
+
+// What was collected on one side comes out again, in order, on the other; copies take no part.
+TEST(Identifiers, ReplayGivesTheSameIdentifiers)
+{
+    CFilterID::setCollectIssuedIDs(true);
+    CFilterID const first;
+    CFilterID const copy(first);
+    CFilterID::suspendCollectingIssuedIDs();
+    CFilterID const aside;
+    CFilterID::resumeCollectingIssuedIDs();
+    CFilterID const second;
+    CFilterID::setCollectIssuedIDs(false);
+    ASSERT_EQ(CFilterID::getIssuedIDs().GetSize(), 2);
+
+    CFilterID::getIDsToIssue() = CFilterID::getIssuedIDs();
+    CFilterID::setIssueIDs(true);
+    CFilterID const null{orvane::nullID};
+    CFilterID const again;
+    EXPECT_EQ(again, first);
+
+    CFilterID::setCollectIssuedIDs(true);   // collecting wins over issuing
+    CFilterID const collected;
+    EXPECT_NE(collected, second);
+    EXPECT_EQ(CFilterID::getIDsToIssue().GetSize(), 1);
+    CFilterID::setCollectIssuedIDs(false);
+
+    EXPECT_EQ(CFilterID(), second);
+    EXPECT_TRUE(CFilterID::getIDsToIssue().IsEmpty());
+    EXPECT_NE(CFilterID(), second);
+    CFilterID::setIssueIDs(false);
+}
+
+}  // namespace
