@@ -1,0 +1,89 @@
+#include "security/user.h"
+
+#include "model/project.h"
+#include "platform/host.h"
+#include "values/record_impl.h"
+
+template <class Visit>
+void CUser::describe(Visit && visit)
+{
+    visit("ID", &CUser::id);
+    visit("name", &CUser::name);
+    visit("login", &CUser::login);
+    visit("password", &CUser::password);
+    visit("email", &CUser::email);
+    visit("telephoneNumber", &CUser::telephoneNumber);
+    visit("mobile", &CUser::mobileTelephoneNumber);
+    visit("RoleID", &CUser::roleID);
+    visit("CompanyID", &CUser::companyID);
+    visit("permissions", &CUser::permissions);
+}
+
+template class orvane::CRecord<CUser>;
+
+CUser::CUser(CString const & login, CString const & password, CString const & name, CString const & email,
+             CString const & telephoneNumber, CString const & mobileTelephoneNumber)
+    : name(name.IsEmpty() ? login : name),
+      login(login),
+      password(password),
+      email(email),
+      telephoneNumber(telephoneNumber),
+      mobileTelephoneNumber(mobileTelephoneNumber),
+      roleID(orvane::nullID),
+      companyID(orvane::nullID)
+{
+}
+
+CPermissions const & CUser::getActivePermissions() const
+{
+    CRole const * const role = project && !roleID.isNULL() ? project->getRole(roleID) : nullptr;
+    return role ? role->getPermissions() : permissions;
+}
+
+CTask const * CUser::findTask(CTaskID const & id) const
+{
+    return project ? project->getTask(id) : nullptr;
+}
+
+bool CUser::canWriteUser(CUserID const & id) const
+{
+    return canWriteUser(project ? project->getUser(id) : nullptr);
+}
+
+bool CUser::canWriteRole(CRoleID const & id) const
+{
+    return canWriteRole(project ? project->getRole(id) : nullptr);
+}
+
+void CUser::showNoAccessNotice() const
+{
+    CString text = "You do not have Access Permission to do this.\nPlease contact the Administrator";
+    CUser const * const administrator = project ? project->getAdminUser() : nullptr;
+    if (administrator && !administrator->email.IsEmpty()) text += ", by emailing\n" + administrator->email;
+    orvane::host().messageBox(text, "Tessel Orvane Schedule", orvane::box::noAccess);
+}
+
+void CUser::setupBlankAdministratorUser(CRoleID const & adminRoleID)
+{
+    id.setGUID("8232b9a019dc95499ae858bff525a438");
+    name = "Administrator";
+    login = "Administrator";
+    for (auto const text : {&CUser::password, &CUser::email, &CUser::telephoneNumber, &CUser::mobileTelephoneNumber})
+        this->*text = "";
+    roleID = adminRoleID;
+    companyID.clear();
+}
+
+void CUser::postSerialize(CProject * project)
+{
+    setProject(project);
+    if (!project || roleID.isNULL() || project->getRole(roleID)) return;
+    if (CRole const * const administrator = project->getAdminRole()) roleID = administrator->getID();
+}
+
+int CUserArray::findByLogin(orvane::Text login) const
+{
+    for (int position = 0; position < GetSize(); ++position)
+        if (GetAt(position).getLogin().view() == login) return position;
+    return -1;
+}
