@@ -33,23 +33,23 @@ void CPermissions::describe(Visit && visit)
 
 template class orvane::CRecord<CPermissions>;
 
-bool CPermissions::isSupplierOfTask(CUser const * user, CTask const * task)
+bool CPermissions::isSupplierOfTask(User user, Task task)
 {
     return task && isSupplierOfResource(user, task->getSupplyChain().getSupplierID());
 }
 
-bool CPermissions::isCustomerOfTask(CUser const * user, CTask const * task)
+bool CPermissions::isCustomerOfTask(User user, Task task)
 {
     return user && task && !user->getCompanyID().isNULL() &&
            task->getSupplyChain().getCustomerID().findByID(user->getCompanyID()) >= 0;
 }
 
-bool CPermissions::isSupplierOfResource(CUser const * user, CCompanyID const & company)
+bool CPermissions::isSupplierOfResource(User user, Owner owner)
 {
-    return user && !user->getCompanyID().isNULL() && user->getCompanyID() == company;
+    return user && !user->getCompanyID().isNULL() && user->getCompanyID() == owner;
 }
 
-bool CPermissions::isSupplierOfUser(CUser const * user, CUser const * other)
+bool CPermissions::isSupplierOfUser(User user, User other)
 {
     return other && isSupplierOfResource(user, other->getCompanyID());
 }
@@ -66,7 +66,7 @@ bool CPermissions::getAccess(CAccessType const & right, bool isSupplier, bool is
     }
 }
 
-bool CPermissions::onTask(CAccessType const & right, CUser const * user, CTask const * task)
+bool CPermissions::onTask(CAccessType const & right, User user, Task task)
 {
     return getAccess(right, isSupplierOfTask(user, task), isCustomerOfTask(user, task));
 }

@@ -16,35 +16,40 @@ class CUser;
 class CPermissions : public orvane::CRecord<CPermissions>
 {
 public:
+    // Who asks, and for what. Pointers may be null.
+    using User = CUser const *;
+    using Task = CTask const *;
+    // The company that owns the resource in question.
+    using Owner = CCompanyID const &;
+
     // Whether the user may; each question reads one right.
-    bool canWriteTask(CUser const * user, CTask const * task) const { return onTask(writeTasks, user, task); }
-    bool canReadTask(CUser const * user, CTask const * task) const { return onTask(readTasks, user, task); }
-    bool canWriteTaskCost(CUser const * user, CTask const * task) const { return onTask(writeTaskCosts, user, task); }
-    bool canReadTaskCost(CUser const * user, CTask const * task) const { return onTask(readTaskCosts, user, task); }
-    bool canWriteTaskResources(CUser const * user, CTask const * task) const { return onTask(writeTaskResources, user, task); }
-    bool canReadTaskResources(CUser const * user, CTask const * task) const { return onTask(readTaskResources, user, task); }
-    bool canWriteTaskRisks(CUser const * user, CTask const * task) const { return onTask(writeTaskRisks, user, task); }
-    bool canReadTaskRisks(CUser const * user, CTask const * task) const { return onTask(readTaskRisks, user, task); }
-    bool canWriteTaskRiskCosts(CUser const * user, CTask const * task) const { return onTask(writeTaskRiskCosts, user, task); }
-    bool canReadTaskRiskCosts(CUser const * user, CTask const * task) const { return onTask(readTaskRiskCosts, user, task); }
-    bool canWriteTaskReports(CUser const * user, CTask const * task) const { return onTask(writeTaskReports, user, task); }
-    bool canReadTaskReports(CUser const * user, CTask const * task) const { return onTask(readTaskReports, user, task); }
-    bool canWriteTaskReportCosts(CUser const * user, CTask const * task) const { return onTask(writeTaskReportCosts, user, task); }
-    bool canReadTaskReportCosts(CUser const * user, CTask const * task) const { return onTask(readTaskReportCosts, user, task); }
-    // The company is the one that owns the resource.
-    bool canWriteResource(CUser const * user, CCompanyID const & company) const { return onResource(writeResources, user, company); }
-    bool canReadResource(CUser const * user, CCompanyID const & company) const { return onResource(readResources, user, company); }
-    bool canWriteResourceCost(CUser const * user, CCompanyID const & company) const { return onResource(writeResourceCosts, user, company); }
-    bool canReadResourceCost(CUser const * user, CCompanyID const & company) const { return onResource(readResourceCosts, user, company); }
-    bool canWriteUser(CUser const * user, CUser const * other) const { return getAccess(writeUsers, isSupplierOfUser(user, other), false); }
-    bool canWriteRole(CUser const *, CRole const *) const { return getAccess(writeRoles, false, false); }
+    bool canWriteTask(User user, Task task) const { return onTask(writeTasks, user, task); }
+    bool canReadTask(User user, Task task) const { return onTask(readTasks, user, task); }
+    bool canWriteTaskCost(User user, Task task) const { return onTask(writeTaskCosts, user, task); }
+    bool canReadTaskCost(User user, Task task) const { return onTask(readTaskCosts, user, task); }
+    bool canWriteTaskResources(User user, Task task) const { return onTask(writeTaskResources, user, task); }
+    bool canReadTaskResources(User user, Task task) const { return onTask(readTaskResources, user, task); }
+    bool canWriteTaskRisks(User user, Task task) const { return onTask(writeTaskRisks, user, task); }
+    bool canReadTaskRisks(User user, Task task) const { return onTask(readTaskRisks, user, task); }
+    bool canWriteTaskRiskCosts(User user, Task task) const { return onTask(writeTaskRiskCosts, user, task); }
+    bool canReadTaskRiskCosts(User user, Task task) const { return onTask(readTaskRiskCosts, user, task); }
+    bool canWriteTaskReports(User user, Task task) const { return onTask(writeTaskReports, user, task); }
+    bool canReadTaskReports(User user, Task task) const { return onTask(readTaskReports, user, task); }
+    bool canWriteTaskReportCosts(User user, Task task) const { return onTask(writeTaskReportCosts, user, task); }
+    bool canReadTaskReportCosts(User user, Task task) const { return onTask(readTaskReportCosts, user, task); }
+    bool canWriteResource(User user, Owner owner) const { return onResource(writeResources, user, owner); }
+    bool canReadResource(User user, Owner owner) const { return onResource(readResources, user, owner); }
+    bool canWriteResourceCost(User user, Owner owner) const { return onResource(writeResourceCosts, user, owner); }
+    bool canReadResourceCost(User user, Owner owner) const { return onResource(readResourceCosts, user, owner); }
+    bool canWriteUser(User user, User other) const { return getAccess(writeUsers, isSupplierOfUser(user, other), false); }
+    bool canWriteRole(User, CRole const *) const { return getAccess(writeRoles, false, false); }
 
     // What the user's company is to a task, a company's resource or another user. False for null pointers
     // and for a user without a company.
-    static bool isSupplierOfTask(CUser const * user, CTask const * task);
-    static bool isCustomerOfTask(CUser const * user, CTask const * task);
-    static bool isSupplierOfResource(CUser const * user, CCompanyID const & company);
-    static bool isSupplierOfUser(CUser const * user, CUser const * other);
+    static bool isSupplierOfTask(User user, Task task);
+    static bool isCustomerOfTask(User user, Task task);
+    static bool isSupplierOfResource(User user, Owner owner);
+    static bool isSupplierOfUser(User user, User other);
     // Whether a right is granted to somebody who is the supplier, a customer, both or neither.
     static bool getAccess(CAccessType const & right, bool isSupplier, bool isCustomer);
 
@@ -101,10 +106,10 @@ private:
     template <class Visit>
     static void describe(Visit && visit);
 
-    static bool onTask(CAccessType const & right, CUser const * user, CTask const * task);
-    static bool onResource(CAccessType const & right, CUser const * user, CCompanyID const & company)
+    static bool onTask(CAccessType const & right, User user, Task task);
+    static bool onResource(CAccessType const & right, User user, Owner owner)
     {
-        return getAccess(right, isSupplierOfResource(user, company), false);
+        return getAccess(right, isSupplierOfResource(user, owner), false);
     }
 
     CAccessType writeTasks{CAccessType::None}, readTasks{CAccessType::None};

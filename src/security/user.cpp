@@ -36,7 +36,7 @@ CUser::CUser(CString const & login, CString const & password, CString const & na
 
 CPermissions const & CUser::getActivePermissions() const
 {
-    CRole const * const role = project && !roleID.isNULL() ? project->getRole(roleID) : nullptr;
+    CRole const * const role = project ? project->getRole(roleID) : nullptr;
     return role ? role->getPermissions() : permissions;
 }
 

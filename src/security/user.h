@@ -47,26 +47,26 @@ public:
     CPermissions const & getActivePermissions() const;
 
     // Whether the active permissions let this user.
-    bool canWriteTask(CTask const * task) const { return getActivePermissions().canWriteTask(this, task); }
-    bool canReadTask(CTask const * task) const { return getActivePermissions().canReadTask(this, task); }
-    bool canWriteTaskCost(CTask const * task) const { return getActivePermissions().canWriteTaskCost(this, task); }
-    bool canReadTaskCost(CTask const * task) const { return getActivePermissions().canReadTaskCost(this, task); }
-    bool canWriteTaskResource(CTask const * task) const { return getActivePermissions().canWriteTaskResources(this, task); }
-    bool canReadTaskResource(CTask const * task) const { return getActivePermissions().canReadTaskResources(this, task); }
-    bool canWriteTaskRisk(CTask const * task) const { return getActivePermissions().canWriteTaskRisks(this, task); }
-    bool canReadTaskRisk(CTask const * task) const { return getActivePermissions().canReadTaskRisks(this, task); }
-    bool canWriteTaskRiskCost(CTask const * task) const { return getActivePermissions().canWriteTaskRiskCosts(this, task); }
-    bool canReadTaskRiskCost(CTask const * task) const { return getActivePermissions().canReadTaskRiskCosts(this, task); }
-    bool canWriteTaskReport(CTask const * task) const { return getActivePermissions().canWriteTaskReports(this, task); }
-    bool canReadTaskReport(CTask const * task) const { return getActivePermissions().canReadTaskReports(this, task); }
-    bool canWriteTaskReportCost(CTask const * task) const { return getActivePermissions().canWriteTaskReportCosts(this, task); }
-    bool canReadTaskReportCost(CTask const * task) const { return getActivePermissions().canReadTaskReportCosts(this, task); }
-    bool canWriteResource(CCompanyID const & owner) const { return getActivePermissions().canWriteResource(this, owner); }
-    bool canReadResource(CCompanyID const & owner) const { return getActivePermissions().canReadResource(this, owner); }
-    bool canWriteResourceCost(CCompanyID const & owner) const { return getActivePermissions().canWriteResourceCost(this, owner); }
-    bool canReadResourceCost(CCompanyID const & owner) const { return getActivePermissions().canReadResourceCost(this, owner); }
-    bool canWriteUser(CUser const * user) const { return getActivePermissions().canWriteUser(this, user); }
-    bool canWriteRole(CRole const * role) const { return getActivePermissions().canWriteRole(this, role); }
+    bool canWriteTask(CTask const * task) const { return rights().canWriteTask(this, task); }
+    bool canReadTask(CTask const * task) const { return rights().canReadTask(this, task); }
+    bool canWriteTaskCost(CTask const * task) const { return rights().canWriteTaskCost(this, task); }
+    bool canReadTaskCost(CTask const * task) const { return rights().canReadTaskCost(this, task); }
+    bool canWriteTaskResource(CTask const * task) const { return rights().canWriteTaskResources(this, task); }
+    bool canReadTaskResource(CTask const * task) const { return rights().canReadTaskResources(this, task); }
+    bool canWriteTaskRisk(CTask const * task) const { return rights().canWriteTaskRisks(this, task); }
+    bool canReadTaskRisk(CTask const * task) const { return rights().canReadTaskRisks(this, task); }
+    bool canWriteTaskRiskCost(CTask const * task) const { return rights().canWriteTaskRiskCosts(this, task); }
+    bool canReadTaskRiskCost(CTask const * task) const { return rights().canReadTaskRiskCosts(this, task); }
+    bool canWriteTaskReport(CTask const * task) const { return rights().canWriteTaskReports(this, task); }
+    bool canReadTaskReport(CTask const * task) const { return rights().canReadTaskReports(this, task); }
+    bool canWriteTaskReportCost(CTask const * task) const { return rights().canWriteTaskReportCosts(this, task); }
+    bool canReadTaskReportCost(CTask const * task) const { return rights().canReadTaskReportCosts(this, task); }
+    bool canWriteResource(CCompanyID const & owner) const { return rights().canWriteResource(this, owner); }
+    bool canReadResource(CCompanyID const & owner) const { return rights().canReadResource(this, owner); }
+    bool canWriteResourceCost(CCompanyID const & owner) const { return rights().canWriteResourceCost(this, owner); }
+    bool canReadResourceCost(CCompanyID const & owner) const { return rights().canReadResourceCost(this, owner); }
+    bool canWriteUser(CUser const * user) const { return rights().canWriteUser(this, user); }
+    bool canWriteRole(CRole const * role) const { return rights().canWriteRole(this, role); }
 
     // The same of an object of the project; one that cannot be found counts as null.
     bool canWriteTask(CTaskID const & id) const { return canWriteTask(findTask(id)); }
@@ -92,6 +92,7 @@ private:
     template <class Visit>
     static void describe(Visit && visit);
 
+    CPermissions const & rights() const { return getActivePermissions(); }
     CTask const * findTask(CTaskID const & id) const;
 
     CUserID id;

@@ -22,146 +22,110 @@ CAccessType access(int number)
     return value;
 }
 
-// A user of one company, and things that the company supplies, is a customer of, or has no part in.
+enum Relation { supplies, buys, stranger };
+constexpr Relation relations[] = {supplies, buys, stranger};
+
+// A user of a company, and things that the company supplies, is a customer of, or has no part in.
 struct Scene
 {
-    enum Relation { supplies, buys, stranger };
-
     CCompanyID ours, theirs, others;
     CUser user;
+    CTask tasks[3];
+    CUser colleagues[3];
 
-    Scene() { user.setCompanyID(ours); }
-    CTask task(Relation relation) const
+    Scene()
     {
-        CSupplyChain chain;
-        for (CCompanyID const & company : {others, relation == buys ? ours : others, relation == supplies ? ours : theirs})
-            chain.assignToCompany(company);
-        CTask task;
-        task.setSupplyChain(chain);
-        return task;
+        user.setCompanyID(ours);
+        for (Relation const relation : relations)
+        {
+            CSupplyChain chain(others);
+            chain.assignToCompany(relation == buys ? ours : others);
+            chain.assignToCompany(owner(relation));
+            tasks[relation].setSupplyChain(chain);
+            colleagues[relation].setCompanyID(owner(relation));
+        }
     }
-    CCompanyID const & company(Relation relation) const { return relation == supplies ? ours : theirs; }
+    CCompanyID const & owner(Relation relation) const { return relation == supplies ? ours : theirs; }
+
+    template <class Thing>
+    Thing thing(Relation relation) const
+    {
+        if constexpr (std::is_same_v<Thing, CTask const *>) return &tasks[relation];
+        else if constexpr (std::is_same_v<Thing, CUser const *>) return &colleagues[relation];
+        else if constexpr (std::is_same_v<Thing, CCompanyID const &>) return owner(relation);
+        else return nullptr;
+    }
 };
+
+using P = CPermissions;
+using U = CUser;
 
 // One right with all that reads or writes it.
 struct Right
 {
-    using Ask = std::function<bool(CPermissions const &, Scene const &, Scene::Relation)>;
-
     char const * name;
-    void (CPermissions::*set)(CAccessType const &);
-    CAccessType const & (CPermissions::*get)() const;
-    bool supplierCounts, customerCounts;
-    Ask permissionsAnswer, userAnswers;
+    void (P::*set)(CAccessType const &);
+    CAccessType const & (P::*get)() const;
+    // Asks the user and the user's permissions, who must agree.
+    std::function<bool(Scene const &, Relation)> ask;
+    bool supplierCounts;
+    bool customerCounts;
 };
 
-using Set = void (CPermissions::*)(CAccessType const &);
-using Get = CAccessType const & (CPermissions::*)() const;
-
-// The user's door, with the permissions as the user's own.
-template <class Ask>
-bool askUser(CPermissions const & permissions, Scene const & scene, Ask const & ask)
+template <class Thing>
+Right right(char const * name, void (P::*set)(CAccessType const &), CAccessType const & (P::*get)() const,
+            bool (P::*permits)(CUser const *, Thing) const, bool (U::*can)(Thing) const)
 {
-    CUser user = scene.user;
-    user.setPermissions(permissions);
-    return ask(user);
-}
-
-Right taskRight(char const * name, Set set, Get get, bool (CPermissions::*ask)(CUser const *, CTask const *) const,
-                bool (CUser::*can)(CTask const *) const)
-{
-    return {name, set, get, true, true,
-            [=](CPermissions const & permissions, Scene const & scene, Scene::Relation relation)
-            {
-                CTask const task = scene.task(relation);
-                return (permissions.*ask)(&scene.user, &task);
-            },
-            [=](CPermissions const & permissions, Scene const & scene, Scene::Relation relation)
-            {
-                CTask const task = scene.task(relation);
-                return askUser(permissions, scene, [&](CUser const & user) { return (user.*can)(&task); });
-            }};
-}
-
-Right resourceRight(char const * name, Set set, Get get,
-                    bool (CPermissions::*ask)(CUser const *, CCompanyID const &) const,
-                    bool (CUser::*can)(CCompanyID const &) const)
-{
-    return {name, set, get, true, false,
-            [=](CPermissions const & permissions, Scene const & scene, Scene::Relation relation)
-            { return (permissions.*ask)(&scene.user, scene.company(relation)); },
-            [=](CPermissions const & permissions, Scene const & scene, Scene::Relation relation)
-            {
-                return askUser(permissions, scene,
-                               [&](CUser const & user) { return (user.*can)(scene.company(relation)); });
-            }};
-}
-
-Right userRight()
-{
-    auto const colleague = [](Scene const & scene, Scene::Relation relation)
+    auto const ask = [=](Scene const & scene, Relation relation)
     {
-        CUser user;
-        user.setCompanyID(scene.company(relation));
-        return user;
+        Thing thing = scene.thing<Thing>(relation);
+        bool const answer = (scene.user.*can)(thing);
+        EXPECT_EQ((scene.user.getPermissions().*permits)(&scene.user, thing), answer);
+        return answer;
     };
-    return {"writeUsers", &CPermissions::setWriteUsers, &CPermissions::getWriteUsers, true, false,
-            [=](CPermissions const & permissions, Scene const & scene, Scene::Relation relation)
-            {
-                CUser const other = colleague(scene, relation);
-                return permissions.canWriteUser(&scene.user, &other);
-            },
-            [=](CPermissions const & permissions, Scene const & scene, Scene::Relation relation)
-            {
-                CUser const other = colleague(scene, relation);
-                return askUser(permissions, scene, [&](CUser const & user) { return user.canWriteUser(&other); });
-            }};
-}
-
-Right roleRight()
-{
-    return {"writeRoles", &CPermissions::setWriteRoles, &CPermissions::getWriteRoles, false, false,
-            [](CPermissions const & permissions, Scene const & scene, Scene::Relation)
-            { return permissions.canWriteRole(&scene.user, nullptr); },
-            [](CPermissions const & permissions, Scene const & scene, Scene::Relation)
-            {
-                CRole const * const role = nullptr;
-                return askUser(permissions, scene, [&](CUser const & user) { return user.canWriteRole(role); });
-            }};
+    constexpr bool isTask = std::is_same_v<Thing, CTask const *>;
+    return {name, set, get, ask, !std::is_same_v<Thing, CRole const *>, isTask};
 }
 
 std::vector<Right> const & rights()
 {
-    using P = CPermissions;
-    using U = CUser;
     static std::vector<Right> const table = {
-        taskRight("writeTasks", &P::setWriteTasks, &P::getWriteTasks, &P::canWriteTask, &U::canWriteTask),
-        taskRight("readTasks", &P::setReadTasks, &P::getReadTasks, &P::canReadTask, &U::canReadTask),
-        taskRight("writeTaskCosts", &P::setWriteTaskCosts, &P::getWriteTaskCosts, &P::canWriteTaskCost, &U::canWriteTaskCost),
-        taskRight("readTaskCosts", &P::setReadTaskCosts, &P::getReadTaskCosts, &P::canReadTaskCost, &U::canReadTaskCost),
-        taskRight("writeTaskResources", &P::setWriteTaskResources, &P::getWriteTaskResources, &P::canWriteTaskResources, &U::canWriteTaskResource),
-        taskRight("readTaskResources", &P::setReadTaskResources, &P::getReadTaskResources, &P::canReadTaskResources, &U::canReadTaskResource),
-        taskRight("writeTaskRisks", &P::setWriteTaskRisks, &P::getWriteTaskRisks, &P::canWriteTaskRisks, &U::canWriteTaskRisk),
-        taskRight("readTaskRisks", &P::setReadTaskRisks, &P::getReadTaskRisks, &P::canReadTaskRisks, &U::canReadTaskRisk),
-        taskRight("writeTaskRiskCosts", &P::setWriteTaskRiskCosts, &P::getWriteTaskRiskCosts, &P::canWriteTaskRiskCosts, &U::canWriteTaskRiskCost),
-        taskRight("readTaskRiskCosts", &P::setReadTaskRiskCosts, &P::getReadTaskRiskCosts, &P::canReadTaskRiskCosts, &U::canReadTaskRiskCost),
-        taskRight("writeTaskReports", &P::setWriteTaskReports, &P::getWriteTaskReports, &P::canWriteTaskReports, &U::canWriteTaskReport),
-        taskRight("readTaskReports", &P::setReadTaskReports, &P::getReadTaskReports, &P::canReadTaskReports, &U::canReadTaskReport),
-        taskRight("writeTaskReportCosts", &P::setWriteTaskReportCosts, &P::getWriteTaskReportCosts, &P::canWriteTaskReportCosts, &U::canWriteTaskReportCost),
-        taskRight("readTaskReportCosts", &P::setReadTaskReportCosts, &P::getReadTaskReportCosts, &P::canReadTaskReportCosts, &U::canReadTaskReportCost),
-        resourceRight("writeResources", &P::setWriteResource, &P::getWriteResource, &P::canWriteResource, &U::canWriteResource),
-        resourceRight("readResources", &P::setReadResource, &P::getReadResource, &P::canReadResource, &U::canReadResource),
-        resourceRight("writeResourceCosts", &P::setWriteResourceCost, &P::getWriteResourceCost, &P::canWriteResourceCost, &U::canWriteResourceCost),
-        resourceRight("readResourceCosts", &P::setReadResourceCost, &P::getReadResourceCost, &P::canReadResourceCost, &U::canReadResourceCost),
-        userRight(),
-        roleRight(),
+        right("writeTasks", &P::setWriteTasks, &P::getWriteTasks, &P::canWriteTask, &U::canWriteTask),
+        right("readTasks", &P::setReadTasks, &P::getReadTasks, &P::canReadTask, &U::canReadTask),
+        right("writeTaskCosts", &P::setWriteTaskCosts, &P::getWriteTaskCosts, &P::canWriteTaskCost, &U::canWriteTaskCost),
+        right("readTaskCosts", &P::setReadTaskCosts, &P::getReadTaskCosts, &P::canReadTaskCost, &U::canReadTaskCost),
+        right("writeTaskResources", &P::setWriteTaskResources, &P::getWriteTaskResources,
+              &P::canWriteTaskResources, &U::canWriteTaskResource),
+        right("readTaskResources", &P::setReadTaskResources, &P::getReadTaskResources,
+              &P::canReadTaskResources, &U::canReadTaskResource),
+        right("writeTaskRisks", &P::setWriteTaskRisks, &P::getWriteTaskRisks, &P::canWriteTaskRisks, &U::canWriteTaskRisk),
+        right("readTaskRisks", &P::setReadTaskRisks, &P::getReadTaskRisks, &P::canReadTaskRisks, &U::canReadTaskRisk),
+        right("writeTaskRiskCosts", &P::setWriteTaskRiskCosts, &P::getWriteTaskRiskCosts,
+              &P::canWriteTaskRiskCosts, &U::canWriteTaskRiskCost),
+        right("readTaskRiskCosts", &P::setReadTaskRiskCosts, &P::getReadTaskRiskCosts,
+              &P::canReadTaskRiskCosts, &U::canReadTaskRiskCost),
+        right("writeTaskReports", &P::setWriteTaskReports, &P::getWriteTaskReports,
+              &P::canWriteTaskReports, &U::canWriteTaskReport),
+        right("readTaskReports", &P::setReadTaskReports, &P::getReadTaskReports,
+              &P::canReadTaskReports, &U::canReadTaskReport),
+        right("writeTaskReportCosts", &P::setWriteTaskReportCosts, &P::getWriteTaskReportCosts,
+              &P::canWriteTaskReportCosts, &U::canWriteTaskReportCost),
+        right("readTaskReportCosts", &P::setReadTaskReportCosts, &P::getReadTaskReportCosts,
+              &P::canReadTaskReportCosts, &U::canReadTaskReportCost),
+        right("writeResources", &P::setWriteResource, &P::getWriteResource, &P::canWriteResource, &U::canWriteResource),
+        right("readResources", &P::setReadResource, &P::getReadResource, &P::canReadResource, &U::canReadResource),
+        right("writeResourceCosts", &P::setWriteResourceCost, &P::getWriteResourceCost,
+              &P::canWriteResourceCost, &U::canWriteResourceCost),
+        right("readResourceCosts", &P::setReadResourceCost, &P::getReadResourceCost,
+              &P::canReadResourceCost, &U::canReadResourceCost),
+        right("writeUsers", &P::setWriteUsers, &P::getWriteUsers, &P::canWriteUser, &U::canWriteUser),
+        right("writeRoles", &P::setWriteRoles, &P::getWriteRoles, &P::canWriteRole, &U::canWriteRole),
     };
     return table;
 }
 
 TEST(PermissionsTest, EachRightHasItsOwnDoors)
 {
-    Scene const scene;
     for (Right const & granted : rights())
     {
         CPermissions permissions;
@@ -169,35 +133,34 @@ TEST(PermissionsTest, EachRightHasItsOwnDoors)
         (permissions.*granted.set)(access(all));
         EXPECT_TRUE(permissions.setChanged());
         EXPECT_FALSE(permissions == CPermissions());
+        Scene scene;
+        scene.user.setPermissions(permissions);
         for (Right const & asked : rights())
         {
             SCOPED_TRACE(CString(granted.name) + " granted, asked for " + asked.name);
-            bool const same = &granted == &asked;
-            EXPECT_EQ((permissions.*asked.get)().getEquivalentValue(), same ? all : none);
-            EXPECT_EQ(asked.permissionsAnswer(permissions, scene, Scene::stranger), same);
-            EXPECT_EQ(asked.userAnswers(permissions, scene, Scene::stranger), same);
+            EXPECT_EQ((permissions.*asked.get)().getEquivalentValue(), &granted == &asked ? all : none);
+            EXPECT_EQ(asked.ask(scene, stranger), &granted == &asked);
         }
     }
 }
 
 TEST(PermissionsTest, TheRelationDecides)
 {
-    Scene const scene;
-    Scene withoutCompany;
-    withoutCompany.user.setCompanyID(CCompanyID::getNULL());
     for (Right const & right : rights())
-        for (int value : {all, supplier, customer, either, none})
+        for (int value = all; value <= none; ++value)
         {
-            SCOPED_TRACE(CString(right.name) + " at " + CString(static_cast<char>('0' + value)));
+            SCOPED_TRACE(testing::Message() << right.name << " at " << value);
             CPermissions permissions;
             (permissions.*right.set)(access(value));
+            Scene scene;
+            scene.user.setPermissions(permissions);
             bool const forSupplier = right.supplierCounts && (value == supplier || value == either);
             bool const forCustomer = right.customerCounts && (value == customer || value == either);
-            EXPECT_EQ(right.permissionsAnswer(permissions, scene, Scene::supplies), value == all || forSupplier);
-            EXPECT_EQ(right.permissionsAnswer(permissions, scene, Scene::buys), value == all || forCustomer);
-            EXPECT_EQ(right.permissionsAnswer(permissions, scene, Scene::stranger), value == all);
-            EXPECT_EQ(right.userAnswers(permissions, scene, Scene::supplies), value == all || forSupplier);
-            EXPECT_EQ(right.permissionsAnswer(permissions, withoutCompany, Scene::supplies), value == all);
+            EXPECT_EQ(right.ask(scene, supplies), value == all || forSupplier);
+            EXPECT_EQ(right.ask(scene, buys), value == all || forCustomer);
+            EXPECT_EQ(right.ask(scene, stranger), value == all);
+            scene.user.setCompanyID(CCompanyID::getNULL());
+            for (Relation const relation : relations) EXPECT_EQ(right.ask(scene, relation), value == all);
         }
 }
 
@@ -206,15 +169,17 @@ TEST(PermissionsTest, WhatIsMissingHasNoRelation)
     Scene const scene;
     CUser nobody;
     nobody.setCompanyID(CCompanyID::getNULL());
-    CTask const unsupplied;
-    CTask const ours = scene.task(Scene::supplies), bought = scene.task(Scene::buys);
-    using P = CPermissions;
-    EXPECT_FALSE(P::isSupplierOfTask(&nobody, &unsupplied));
-    EXPECT_FALSE(P::isSupplierOfTask(nullptr, &ours) || P::isSupplierOfTask(&scene.user, nullptr));
-    EXPECT_FALSE(P::isCustomerOfTask(nullptr, &bought) || P::isCustomerOfTask(&scene.user, nullptr));
-    EXPECT_FALSE(P::isSupplierOfResource(&nobody, CCompanyID::getNULL()) || P::isSupplierOfResource(nullptr, scene.ours));
+    CCompanyIDArray customers;
+    customers.Add(CCompanyID::getNULL());
+    CSupplyChain chain;
+    chain.setCustomerID(customers);
+    CTask forNobody;
+    forNobody.setSupplyChain(chain);
+    EXPECT_FALSE(P::isSupplierOfTask(&nobody, &forNobody) || P::isCustomerOfTask(&nobody, &forNobody));
+    EXPECT_FALSE(P::isSupplierOfTask(nullptr, &scene.tasks[supplies]) || P::isSupplierOfTask(&scene.user, nullptr));
+    EXPECT_FALSE(P::isCustomerOfTask(nullptr, &scene.tasks[buys]) || P::isCustomerOfTask(&scene.user, nullptr));
+    EXPECT_FALSE(P::isSupplierOfResource(&nobody, nobody.getCompanyID()) || P::isSupplierOfResource(nullptr, scene.ours));
     EXPECT_FALSE(P::isSupplierOfUser(&nobody, &nobody) || P::isSupplierOfUser(&scene.user, nullptr));
-    EXPECT_TRUE(P::isSupplierOfUser(&scene.user, &scene.user));
     CPermissions permissions;
     permissions.setWriteTasks(access(all));
     EXPECT_TRUE(permissions.canWriteTask(nullptr, nullptr));
@@ -317,13 +282,13 @@ TEST(PermissionsTest, InheritanceCutsToTheParent)
         CAccessType const & (CPermissions::*get)() const;
         int expected;
     } const cases[] = {
-        {{{"writeTaskCosts", all}}, &CPermissions::getWriteTaskCosts, none},
-        {{{"writeTasks", supplier}, {"readTasks", customer}}, &CPermissions::getWriteTasks, customer},
-        {{{"writeTasks", all}, {"readTasks", either}}, &CPermissions::getWriteTasks, either},
-        {{{"writeTasks", supplier}, {"readTasks", all}}, &CPermissions::getWriteTasks, supplier},
-        {{{"writeResourceCosts", all}, {"writeResources", all}, {"readResources", all}}, &CPermissions::getWriteResourceCost, none},
-        {{{"writeUsers", all}}, &CPermissions::getWriteUsers, all},
-        {{{"writeRoles", either}}, &CPermissions::getWriteRoles, either},
+        {{{"writeTaskCosts", all}}, &P::getWriteTaskCosts, none},
+        {{{"writeTasks", supplier}, {"readTasks", customer}}, &P::getWriteTasks, customer},
+        {{{"writeTasks", all}, {"readTasks", either}}, &P::getWriteTasks, either},
+        {{{"writeTasks", supplier}, {"readTasks", all}}, &P::getWriteTasks, supplier},
+        {{{"writeResourceCosts", all}, {"writeResources", all}, {"readResources", all}}, &P::getWriteResourceCost, none},
+        {{{"writeUsers", all}}, &P::getWriteUsers, all},
+        {{{"writeRoles", either}}, &P::getWriteRoles, either},
     };
     for (auto const & each : cases)
     {

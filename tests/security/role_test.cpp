@@ -29,7 +29,8 @@ TEST(RoleTest, DefaultRolesAreFixed)
         char const * id;
         char const * figures;
     } const cases[] = {
-        {&CRole::setToDefaultAdministratorRole, "Administrator", "4a728648a92a7148b2c5225c80b91a77", "11111111111111111111"},
+        {&CRole::setToDefaultAdministratorRole, "Administrator", "4a728648a92a7148b2c5225c80b91a77",
+         "11111111111111111111"},
         {&CRole::setToDefaultUserRole, "User", "bdcc82f4c6d2714a938e7cbe78426ecf", "21222121222122212225"},
         {&CRole::setToDefaultGuestRole, "Guest", "fdbd6121365ee64781859d4a60cf4ff0", "51555151555155515555"},
     };
@@ -46,15 +47,6 @@ TEST(RoleTest, DefaultRolesAreFixed)
         role.makeSubPermissionsInheritFromParentPermissions();
         EXPECT_EQ(figures(role.getPermissions()), each.figures) << each.name;
     }
-}
-
-TEST(RoleTest, ComparesByPermissions)
-{
-    CRole guest, user;
-    guest.setToDefaultGuestRole();
-    user.setToDefaultUserRole();
-    EXPECT_TRUE(user > guest);
-    EXPECT_FALSE(guest > user || user > user);
 }
 
 }  // namespace

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "model/task_array.h"
+#include "model/task_category.h"
+#include "schedule/calendar.h"
+#include "security/role.h"
+#include "security/user.h"
+#include "values/scalars.h"
+
+class CProject;
+
+// What of a project is saved, compared and restored as one value. The only pointers it holds are
+// back-pointers to its project, which setProject gives anew after a copy.
+class CProjectData : public CDynamic<CProjectData>
+{
+public:
+    // Empty: no roles, no user. clear() gives the content of a new project.
+    CProjectData();
+    CProjectData(CProjectData const & other);
+    CProjectData & operator=(CProjectData const & other);
+    ~CProjectData() override = default;
+
+    // The content of a new project: the default roles and administrator, an empty plan and the default
+    // calendar, under fresh project identifiers. The state index stays.
+    void clear();
+    void setupDefaultRoles();
+    void setupDefaultUser();
+
+    // The administrator and the administrator's role are there under their names.
+    bool checkAdminUserAndRoleExist() const;
+    // Whether a user has exactly that login and that password.
+    bool loginCheck(CString const & login, CString const & password) const;
+
+    // By value of the content; the master project's identifier takes no part.
+    friend bool operator==(CProjectData const & a, CProjectData const & b) { return equal(a, b); }
+
+    bool getChanged() const { return changed; }
+    // The derived pass: stored risk is forgotten, then every part derives its flag, the tasks last, which
+    // rebuild their caches from the leaves upward.
+    bool setChanged();
+    // Clears every flag, and runs a derived pass, so that caches come out current.
+    void resetChanged();
+    // Counts as changed until the next pass, whatever its parts say.
+    void flagAsChanged() { changed = true; }
+
+    // Points everything that knows its project at this one.
+    void setProject(CProject * project);
+
+private:
+    friend class CProject;
+    friend class CLocalRulesChecker;
+
+    template <class Visit>
+    static void describe(Visit && visit);
+    static bool equal(CProjectData const & a, CProjectData const & b);
+
+    CUserArray users;
+    CRoleArray roles;
+    CTaskArray tasks;
+    CTaskCategoryArray taskCategories;
+    CCalendar calendar;
+    CProjectID clientProjectID;
+    CProjectID masterProjectID;
+    CUserID adminUserID{orvane::nullID};
+    CRoleID adminRoleID{orvane::nullID};
+    CProjectStateIndex stateIndex{0};
+    bool changed = false;
+};

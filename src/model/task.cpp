@@ -1,0 +1,197 @@
+#include "model/task.h"
+
+#include "model/project.h"
+#include "model/task_array.h"
+#include "schedule/calendar.h"
+
+// ---- the fields, stated once ----------------------------------------------------------------------
+
+template <class Visit>
+void CTask::describe(Visit && visit)
+{
+    visit("ID", &Fields::id);
+    visit("name", &Fields::name);
+    visit("plannedStartTime", &Fields::plannedStartTime);
+    visit("duration", &Fields::duration);
+    visit("status", &Fields::status);
+    visit("riskType", &Fields::riskType);
+    visit("taskType", &Fields::taskType);
+    visit("constraint", &Fields::constraint);
+    visit("upstreamLinks", &Fields::upstreamLinks);
+    visit("dominantCalendarID", &Fields::dominantCalendarID);
+    visit("actualStartTime", &Fields::actualStartTime);
+    visit("predictedFinishTime", &Fields::predictedFinishTime);
+    visit("actualFinishTime", &Fields::actualFinishTime);
+    visit("riskBuffer", &Fields::riskBuffer);
+    visit("comments", &Fields::comments);
+    visit("supplyChain", &Fields::supplyChain);
+    visit("categoryID", &Fields::categoryID);
+    visit("template", &Fields::isTemplateTask);
+}
+
+bool CTask::ownFieldsChanged()
+{
+    bool any = false;
+    describe([&](char const *, auto field) { any |= (fields.*field).setChanged(); });
+    return any;
+}
+
+void CTask::touch()
+{
+    touched = true;
+    describe([this](char const *, auto field) { (fields.*field).touch(); });
+}
+
+bool CTask::equal(CTask const & a, CTask const & b)
+{
+    if (!a.subTasks != !b.subTasks || (a.subTasks && !(*a.subTasks == *b.subTasks))) return false;
+    bool same = true;
+    describe([&](char const *, auto field) { same = same && a.fields.*field == b.fields.*field; });
+    return same;
+}
+
+// ---- life -----------------------------------------------------------------------------------------
+
+CTask::CTask()
+{
+    ++s_created;
+}
+
+CTask::CTask(CTask const & other) : CTaskCachedData(other), CDynamic(other), project(other.project), fields(other.fields)
+{
+    ++s_created;
+    if (other.subTasks && !other.subTasks->IsEmpty()) makeSubTasks() = *other.subTasks;
+}
+
+CTask::~CTask()
+{
+    ++s_deleted;
+}
+
+CTask & CTask::operator=(CTask const & other)
+{
+    if (this == &other)
+    {
+        flagSubtreeAsAssigned();
+        return *this;
+    }
+    // The source may be one of the children that are about to go: everything is taken from it first.
+    CTaskArray children;
+    if (other.subTasks) children = *other.subTasks;
+    if (container) container->idChanges(*this, other.fields.id);
+    CTaskCachedData::operator=(other);
+    touched = true;
+    changed = other.changed;
+    project = other.project;
+    fields = other.fields;
+    if (children.IsEmpty()) dropSubTasks();
+    else makeSubTasks().takeOver(children);
+    setParentCached(getParent());
+    return *this;
+}
+
+void CTask::flagSubtreeAsAssigned()
+{
+    touch();
+    if (subTasks) subTasks->flagAsAssigned();
+}
+
+void CTask::setProject(CProject * value)
+{
+    project = value;
+    if (!subTasks) return;
+    for (int each = 0; each < subTasks->GetSize(); ++each) subTasks->elementForPass(each).setProject(value);
+}
+
+// ---- fields that need more than writing -----------------------------------------------------------
+
+void CTask::setID(CTaskID const & value)
+{
+    if (container) container->idChanges(*this, value);
+    write(fields.id, value);
+}
+
+void CTask::setConstraintType(CTaskConstraintType const & value)
+{
+    touched = true;
+    fields.constraint.setType(value);
+}
+
+CSupplyChain & CTask::getWritableSupplyChain()
+{
+    touched = true;
+    return fields.supplyChain;
+}
+
+CCalendar const & CTask::getCalendar() const
+{
+    static CCalendar const defaultCalendar;
+    if (!project) return defaultCalendar;
+    return isValid() ? project->getCalendarInUse(fields.dominantCalendarID) : project->getProjectCalendar();
+}
+
+// ---- change flags ---------------------------------------------------------------------------------
+
+bool CTask::setChanged()
+{
+    changed = touched && ownFieldsChanged();
+    if (subTasks) changed |= subTasks->setChangedBelow(this, project != nullptr);
+    updateCachedData(*this, false);
+    return changed;
+}
+
+void CTask::resetChanged()
+{
+    changed = false;
+    if (touched) describe([this](char const *, auto field) { (fields.*field).resetChanged(); });
+    touched = false;
+    if (subTasks) subTasks->resetChanged();
+}
+
+void CTask::resetAllCachedData()
+{
+    resetCachedData();
+    if (!subTasks) return;
+    for (int each = 0; each < subTasks->GetSize(); ++each) subTasks->elementForPass(each).resetAllCachedData();
+}
+
+// ---- after a load ---------------------------------------------------------------------------------
+
+void CTask::postSerialize(CProject * loadedInto)
+{
+    touched = true;
+    project = loadedInto;
+    if (subTasks)
+        for (int each = 0; each < subTasks->GetSize(); ++each) subTasks->elementForPass(each).postSerialize(loadedInto);
+    if (giveBegunTaskItsTimes()) dropDanglingLinks();
+}
+
+bool CTask::giveBegunTaskItsTimes()
+{
+    bool const started = fields.status == CTaskStatus::Started;
+    bool const finished = fields.status == CTaskStatus::Finished;
+    if (!started && !finished) return true;
+
+    CProjectTime const & plannedStart = fields.plannedStartTime;
+    if (!fields.actualStartTime.isValid())
+    {
+        if (!plannedStart.isValid()) return false;
+        fields.actualStartTime = plannedStart;
+    }
+    CProjectTime & finish = started ? fields.predictedFinishTime : fields.actualFinishTime;
+    if (!finish.isValid())
+    {
+        if (!plannedStart.isValid() || !fields.duration.isValid()) return false;
+        if (project)
+            finish = project->getCalendarInUse(fields.dominantCalendarID).addDurationToTime(plannedStart, fields.duration, true);
+    }
+    if (finished && !fields.predictedFinishTime.isValid() && fields.actualFinishTime.isValid())
+        fields.predictedFinishTime = fields.actualFinishTime;
+    return true;
+}
+
+void CTask::dropDanglingLinks()
+{
+    for (int each = fields.upstreamLinks.GetUpperBound(); each >= 0; --each)
+        if (!project || !project->getTask(fields.upstreamLinks.GetAt(each).getUpstreamTaskID())) fields.upstreamLinks.RemoveAt(each);
+}

@@ -1,0 +1,272 @@
+#pragma once
+
+#include <memory>
+
+#include "model/link.h"
+#include "model/supply_chain.h"
+#include "model/task_constraint.h"
+#include "schedule/task_cached_data.h"
+#include "values/date_time.h"
+#include "values/duration.h"
+#include "values/enumerations.h"
+#include "values/identifiers.h"
+#include "values/scalars.h"
+
+class CCalendar;
+class CTaskArray;
+
+// One row of the plan: a node of the task tree with its times, status, links and children.
+//
+// A task whose planned start is not valid is a blank task: a row that keeps a place and has no
+// schedule; counts and calculations skip it. A task with children is a summary task: its times are those
+// of its children. The array of children exists only while it holds a task.
+//
+// Times a reader asks for are those of the last derived pass, which the end of every action runs; the
+// setters of planned times keep the task's own end right within an action.
+class CTask : public CTaskCachedData, public CDynamic<CTask>
+{
+public:
+    // A blank task with a fresh identity.
+    CTask();
+    CTask(CTask const & other);
+    ~CTask() override;
+
+    // Every field, the change flag, the project and the cached data; children are copied deep. The task
+    // keeps its place in the tree.
+    virtual CTask & operator=(CTask const & other);
+    // After a load: points the subtree at the project, gives begun tasks the times that a begun task must
+    // have, and drops links whose upstream task is gone.
+    virtual void postSerialize(CProject * project);
+
+    friend bool operator==(CTask const & a, CTask const & b) { return equal(a, b); }
+
+    // Identity, texts and plain fields.
+    CTaskID const & getID() const { return fields.id; }
+    void setID(CTaskID const & value);
+    CProjectString const & getName() const { return fields.name; }
+    void setName(CProjectString const & value) { write(fields.name, value); }
+    CProjectString const & getComments() const { return fields.comments; }
+    void setComments(CProjectString const & value) { write(fields.comments, value); }
+    CTaskStatus const & getStatus() const { return fields.status; }
+    void setStatus(CTaskStatus const & value) { write(fields.status, value); }
+    CProjectBool const & isTemplate() const { return fields.isTemplateTask; }
+    void setTemplate(CProjectBool const & value) { write(fields.isTemplateTask, value); }
+    CTaskType const & getTaskType() const { return fields.taskType; }
+    void setTaskType(CTaskType const & value) { write(fields.taskType, value); }
+    CTaskCategoryID const & getCategoryID() const { return fields.categoryID; }
+    void setCategoryID(CTaskCategoryID const & value) { write(fields.categoryID, value); }
+    CProjectBool const & getRiskBuffer() const { return fields.riskBuffer; }
+    void setRiskBuffer(CProjectBool const & value) { write(fields.riskBuffer, value); }
+    CCalendarID const & getDominantCalendarID() const { return fields.dominantCalendarID; }
+    void setDominantCalendarID(CCalendarID const & value) { write(fields.dominantCalendarID, value); }
+    CTaskConstraint const & getConstraint() const { return fields.constraint; }
+    void setConstraint(CTaskConstraint const & value) { write(fields.constraint, value); }
+    CTaskConstraintType const & getConstraintType() const { return fields.constraint.getType(); }
+    void setConstraintType(CTaskConstraintType const & value);
+    CLinkArray const & getUpstreamLinks() const { return fields.upstreamLinks; }
+    void setUpstreamLinks(CLinkArray const & value) { write(fields.upstreamLinks, value); }
+    CSupplyChain const & getSupplyChain() const { return fields.supplyChain; }
+    // For changing in place within one action; do not keep the reference.
+    CSupplyChain & getWritableSupplyChain();
+    void setSupplyChain(CSupplyChain const & value) { write(fields.supplyChain, value); }
+    // The end of stored risk and its kin count on this type: whether risks eat into the duration or add to it.
+    CRiskType const & getRiskType() const { return fields.riskType; }
+
+    // Times. Planned start and duration move through the rules of rescheduling below.
+    CProjectTime const & getPlannedStartTime() const { return fields.plannedStartTime; }
+    CProjectTime const & getActualStartTime() const { return fields.actualStartTime; }
+    void setActualStartTime(CProjectTime const & value) { write(fields.actualStartTime, value); }
+    CProjectTime const & getPredictedFinishTime() const { return fields.predictedFinishTime; }
+    void setPredictedFinishTime(CProjectTime const & value) { write(fields.predictedFinishTime, value); }
+    CProjectTime const & getActualFinishTime() const { return fields.actualFinishTime; }
+    void setActualFinishTime(CProjectTime const & value) { write(fields.actualFinishTime, value); }
+
+    // The start, end and working duration in force: a summary task's roll-up, a begun task's actual
+    // times, or the plan.
+    CProjectTime getStartTime() const;
+    CProjectTime getEndTime() const;
+    CProjectDuration getDuration() const;
+    CProjectTime getPlannedEndTime() const;
+    // Working time from the planned start to the planned end.
+    CProjectDuration getPlannedDuration() const;
+    // The forecast end of a started task; not valid for any other.
+    CProjectTime getEstimatedFinishTime() const { return getEstimatedEndTimeCached(); }
+    CProjectDuration getStoredRiskDuration() const { return getStoredRiskDurationCached(); }
+
+    // The ladder of ends, from early to late; the end time for a summary task.
+    CProjectTime getEndOfUnmitigatedRisk() const;
+    CProjectTime getEndOfStoredRisk() const;
+    // Working time from the start to these ends; not valid for a blank task.
+    CProjectDuration getDurationToEndOfUnmitigatedRisk() const;
+    CProjectDuration getDurationToEndOfStoredRisk() const;
+
+    // Progress in percent of the planned duration, by the clock: as worked, and kept within 0 to 100.
+    double getUnconstrainedPercentComplete() const;
+    double getPercentComplete() const;
+    CProjectTime getTimeOfPercentCompletePoint() const;
+
+    // Setters of the schedule. Each does nothing when the task or the value does not allow it.
+    // Keeps the planned end and moves the start against it.
+    void setPlannedStartTime(CProjectTime const & time);
+    // Keeps the planned start and derives the duration.
+    void setPlannedEndTime(CProjectTime const & time);
+    // Working time, at least a minute; a key date's duration is always 0.
+    void setDuration(CProjectDuration const & value);
+    void setDurationToEndOfUnmitigatedRisk(CProjectDuration const & target);
+    void setEndOfUnmitigatedRisk(CProjectTime const & time);
+    // Move the task and keep its duration; a summary task moves each child that can move.
+    void reschedulePlannedStartTime(CProjectTime const & time);
+    void reschedulePlannedEndTime(CProjectTime const & time);
+    void rescheduleEndOfUnmitigatedRisk(CProjectTime const & time);
+    // Changes the meaning of the duration; false for a summary task and for the type in force.
+    bool setRiskType(CRiskType const & type);
+
+    // What may be done to the task.
+    // Id, planned start and status are valid: not a blank task.
+    bool isValid() const { return fields.id.isValid() && fields.plannedStartTime.isValid() && fields.status.isValid(); }
+    bool isSummaryTask() const { return subTasks != nullptr; }
+    bool isKeyDate() const { return fields.taskType == CTaskType::KeyDate; }
+    // Neither started nor finished.
+    bool isOpen() const;
+    bool canBecomeSummaryTask() const;
+    bool canCreateLinks() const { return isValid(); }
+    bool canReschedule() const;
+    bool canChangeDuration() const;
+    bool canAssignRisks() const;
+    bool canAssignTaskReports() const;
+    bool canAssignResources() const;
+    bool canChangePercentComplete() const;
+    bool canChangeBaseline() const;
+    bool canChangeType() const;
+    // Why not, as a sentence for the planner; empty when it can.
+    CString getExplanationForInabilityToReschedule() const;
+    CString getExplanationForInabilityToAssignRisks() const;
+    CString getExplanationForInabilityToAssignResources() const;
+
+    // Children. Null for a plain task.
+    CTaskArray const * getSubTasks() const { return subTasks.get(); }
+    // For changing in place within one action; do not keep the pointer.
+    CTaskArray * getWritableSubTasks();
+    // Replaces the children by copies, or by none; ignored unless the task can become a summary task.
+    void setSubTasks(CTaskArray const & tasks);
+    // Inserts a copy at 0 to the number of children; ignored elsewhere or unless the task can become a
+    // summary task.
+    void insertSubTask(CTask const & task, int position);
+    // Every valid task below; a blank task's subtree is not entered.
+    int calculateNumberOfChildren() const;
+    // Turns empty arrays in the subtree into none, as a file wants it.
+    void deleteSubTasksIfEmpty();
+
+    // Searches over the subtree, the task itself first.
+    CTask const * findTask(CTaskID const & sought) const;
+    CTask const * findTask(CLinkID const & sought) const;
+    CTask const * findTask(CSupplyChainID const & sought) const;
+    CTask * findWritableTask(CTaskID const & sought);
+    // Whether the task stands anywhere below this one.
+    bool isDescendant(CTaskID const & sought) const;
+
+    // The parent as the tree stands now, also within an action; null for a root and for a free task.
+    CTask * getParent() const;
+    // The parent as the last derived pass left it.
+    CTask const * getParentOfLastPass() const { return getParentCached(); }
+    // The index among the siblings; 0 without a project, -1 when the project does not hold the task.
+    int getPositionInSiblings() const;
+    bool canMoveTaskUp() const;
+    bool canMoveTaskDown() const;
+
+    // Links.
+    // Whether the other task is reached through upstream links.
+    bool isUpstream(CTaskID const & other) const;
+    // Whether links lead from the task, its ancestors and descendants back to one of these: a summary
+    // task depends on what its children depend on, and the reverse. Needs the parents of a derived pass.
+    bool isInCircularChain() const;
+
+    // The calendar that rules the task's working time.
+    CCalendar const & getCalendar() const;
+
+    // Change flags; see CRecord.
+    bool getChanged() const { return changed; }
+    bool setChanged();
+    void resetChanged();
+    void touch();
+    // As touch, for the whole subtree.
+    void flagSubtreeAsAssigned();
+
+    void setProject(CProject * value);
+    void resetAllCachedData();
+
+    // A number that a walk over the whole tree may leave on each task, to find it in arrays of its own. It
+    // means nothing to the next walk.
+    int walkMark() const { return mark; }
+    void setWalkMark(int number) const { mark = number; }
+
+    static int getCreated() { return s_created; }
+    static int getDeleted() { return s_deleted; }
+    static void resetCreatedAndDeletedCount() { s_created = s_deleted = 0; }
+
+private:
+    friend class CTaskArray;
+    friend class CTaskCachedData;
+
+    template <class Visit>
+    static void describe(Visit && visit);
+    static bool equal(CTask const & a, CTask const & b);
+
+    CProject * getProject() const override { return project; }
+    template <class Field, class Value>
+    void write(Field & field, Value const & value)
+    {
+        touched = true;
+        field = value;
+    }
+    bool ownFieldsChanged();
+    // False when the task lacks what its times could be taken from.
+    bool giveBegunTaskItsTimes();
+    void dropDanglingLinks();
+    template <class Test>
+    CTask const * findDepthFirst(Test const & test) const;
+    CTaskArray & makeSubTasks();
+    void dropSubTasks();
+    CTaskArray const * getSiblings() const;
+
+    CProjectDuration getMinimumDuration() const;
+    void movePlannedStart(CProjectTime const & time);
+    template <class Current, class Move>
+    void rescheduleChildren(CProjectTime const & time, bool asEnd, Current const & current, Move const & move);
+    void addAncestorsToArray(CTaskIDArray & ancestors) const;
+    void addDescendantsToArray(CTaskIDArray & descendants) const;
+
+    // Where the task stands; null for a free task. The position is where it stood when last looked up.
+    CTaskArray * container = nullptr;
+    mutable int positionHint = 0;
+    mutable int mark = 0;
+    CProject * project = nullptr;
+    std::unique_ptr<CTaskArray> subTasks;
+
+    // What is saved and compared, in one piece so that it is copied and assigned in one.
+    struct Fields
+    {
+        CTaskID id;
+        CProjectString name;
+        CProjectTime plannedStartTime;
+        CProjectTime actualStartTime;
+        CProjectTime predictedFinishTime;
+        CProjectTime actualFinishTime;
+        CProjectDuration duration;
+        CTaskStatus status{CTaskStatus::Hold};
+        CProjectBool isTemplateTask{false};
+        CRiskType riskType{CRiskType::Subtractive};
+        CTaskType taskType{CTaskType::Normal};
+        CLinkArray upstreamLinks;
+        CCalendarID dominantCalendarID{orvane::nullID};
+        CTaskConstraint constraint;
+        CTaskCategoryID categoryID{orvane::nullID};
+        CProjectBool riskBuffer{false};
+        CProjectString comments{""};
+        CSupplyChain supplyChain;
+    };
+    Fields fields;
+
+    static inline int s_created = 0;
+    static inline int s_deleted = 0;
+};

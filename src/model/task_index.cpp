@@ -1,0 +1,83 @@
+#include "model/task_index.h"
+
+#include "model/task_array.h"
+
+namespace orvane
+{
+
+namespace
+{
+
+// Every task of a subtree, the task itself first. The stack is explicit: depth costs no call frames.
+template <class Visit>
+void forSubtree(CTask & root, Visit const & visit)
+{
+    std::vector<CTask *> open{&root};
+    while (!open.empty())
+    {
+        CTask & task = *open.back();
+        open.pop_back();
+        visit(task);
+        if (CTaskArray const * const children = task.getSubTasks())
+            for (CTask const & child : *children) open.push_back(const_cast<CTask *>(&child));
+    }
+}
+
+}  // namespace
+
+CTask * CTaskIndex::find(CTaskID const & id)
+{
+    if (!built) build();
+    auto const found = tasks.find(id.getGUID());
+    if (found == tasks.end()) return nullptr;
+    return found->second.count == 1 ? found->second.only : const_cast<CTask *>(roots.searchLevelFirst(id));
+}
+
+void CTaskIndex::build()
+{
+    tasks.clear();
+    built = true;
+    for (CTask const & task : roots) subtreeEnters(const_cast<CTask &>(task));
+}
+
+void CTaskIndex::subtreeEnters(CTask & task)
+{
+    if (built) forSubtree(task, [this](CTask & each) { enter(each, each.getID().getGUID()); });
+}
+
+void CTaskIndex::subtreeLeaves(CTask & task)
+{
+    if (built) forSubtree(task, [this](CTask & each) { leave(each, each.getID().getGUID()); });
+}
+
+void CTaskIndex::rename(CTask & task, _GUID const & from, _GUID const & to)
+{
+    if (!built || from == to) return;
+    leave(task, from);
+    enter(task, to);
+}
+
+void CTaskIndex::enter(CTask & task, _GUID const & id)
+{
+    if (!built) return;
+    Holders & holders = tasks[id];
+    holders.only = ++holders.count == 1 ? &task : nullptr;
+}
+
+void CTaskIndex::leave(CTask &, _GUID const & id)
+{
+    auto const found = tasks.find(id);
+    if (found == tasks.end()) return;
+    if (--found->second.count == 0)
+    {
+        tasks.erase(found);
+    }
+    else if (found->second.count == 1)
+    {
+        // Of the holders of a doubled identifier one is left, and only the tree knows which: a rare case.
+        built = false;
+        tasks.clear();
+    }
+}
+
+}  // namespace orvane

@@ -1,0 +1,336 @@
+// What a task computes from its times, and how it moves in time.
+
+#include <algorithm>
+
+#include "model/task.h"
+#include "model/task_array.h"
+#include "schedule/calendar.h"
+#include "values/saturate.h"
+
+namespace
+{
+
+CProjectDuration const oneMinute(60);
+
+}  // namespace
+
+// ---- start, end and duration ----------------------------------------------------------------------
+
+CProjectTime CTask::getStartTime() const
+{
+    if (isSummaryTask()) return getSummaryStartTimeCached();
+    return isOpen() ? fields.plannedStartTime : fields.actualStartTime;
+}
+
+CProjectTime CTask::getEndTime() const
+{
+    if (isSummaryTask()) return getSummaryEndTimeCached();
+    if (isOpen()) return getPlannedEndTime();
+    return fields.status == CTaskStatus::Started ? getEstimatedEndTimeCached() : fields.actualFinishTime;
+}
+
+CProjectDuration CTask::getDuration() const
+{
+    return isSummaryTask() ? getSummaryDurationCached() : fields.duration;
+}
+
+CProjectTime CTask::getPlannedEndTime() const
+{
+    return getPlannedEndTimeCached();
+}
+
+CProjectDuration CTask::getPlannedDuration() const
+{
+    return getCalendar().subtractTimeFromTime(fields.plannedStartTime, getPlannedEndTime());
+}
+
+// ---- the ladder of ends ---------------------------------------------------------------------------
+
+CProjectTime CTask::getEndOfUnmitigatedRisk() const
+{
+    if (isSummaryTask()) return getEndTime();
+    return getCalendar().addDurationToTime(getStartTime(), getDurationToEndOfUnmitigatedRisk(), true);
+}
+
+CProjectTime CTask::getEndOfStoredRisk() const
+{
+    if (isSummaryTask()) return getEndTime();
+    return getCalendar().addDurationToTime(getEndOfUnmitigatedRisk(), getStoredRiskDurationCached(), true);
+}
+
+CProjectDuration CTask::getDurationToEndOfUnmitigatedRisk() const
+{
+    if (!isValid()) return CProjectDuration();
+    if (isSummaryTask()) return getSummaryDurationCached();
+    if (isOpen()) return fields.duration;
+    if (fields.status == CTaskStatus::Finished)
+        return getCalendar().subtractTimeFromTime(fields.actualStartTime, fields.actualFinishTime);
+    if (getEstimatedEndTimeCached() > fields.actualStartTime)
+        return getCalendar().subtractTimeFromTime(fields.actualStartTime, getEstimatedEndTimeCached());
+    return CProjectDuration(0);
+}
+
+CProjectDuration CTask::getDurationToEndOfStoredRisk() const
+{
+    if (!isValid()) return CProjectDuration();
+    if (isSummaryTask()) return getSummaryDurationCached();
+    return getDurationToEndOfUnmitigatedRisk() + getStoredRiskDurationCached();
+}
+
+// ---- progress -------------------------------------------------------------------------------------
+
+double CTask::getUnconstrainedPercentComplete() const
+{
+    if (isOpen()) return 0.0;
+    if (fields.status == CTaskStatus::Finished) return 100.0;
+
+    CProjectTime const now = CProjectTime::GetTickCount();
+    CProjectDuration worked(0);
+    if (now > fields.actualStartTime)
+        worked = getCalendar().subtractTimeFromTime(fields.actualStartTime, getCalendar().getNextValidStartTime(now));
+    auto const planned = getPlannedDuration().GetTotalSeconds();
+    return planned == 0 ? 100.0 : static_cast<double>(worked.GetTotalSeconds()) * 100.0 / static_cast<double>(planned);
+}
+
+double CTask::getPercentComplete() const
+{
+    return std::clamp(getUnconstrainedPercentComplete(), 0.0, 100.0);
+}
+
+CProjectTime CTask::getTimeOfPercentCompletePoint() const
+{
+    auto const whole = static_cast<double>(getDurationToEndOfUnmitigatedRisk().GetTotalSeconds());
+    CProjectDuration const done(orvane::saturate<std::int32_t>(whole * getPercentComplete() * 0.01));
+    return getCalendar().addDurationToTime(fields.actualStartTime, done, true);
+}
+
+// ---- setters --------------------------------------------------------------------------------------
+
+CProjectDuration CTask::getMinimumDuration() const
+{
+    return oneMinute;
+}
+
+void CTask::setDuration(CProjectDuration const & value)
+{
+    if (isKeyDate())
+    {
+        write(fields.duration, CProjectDuration(0));
+    }
+    else if (canChangeDuration() && value.isValid())
+    {
+        CProjectDuration const minimum = getMinimumDuration();
+        write(fields.duration, value > minimum ? value : minimum);
+    }
+    updateCachedData(*this, true);
+}
+
+void CTask::setPlannedStartTime(CProjectTime const & time)
+{
+    if (!canReschedule() || !canChangeDuration()) return;
+    if (fields.plannedStartTime.isValid() && fields.plannedStartTime == time) return;
+    if (!getCalendar().isValidStartTime(time)) return;
+    if (!fields.duration.isValid())
+    {
+        write(fields.plannedStartTime, time);
+        changed = true;
+        return;
+    }
+    CProjectTime const plannedEnd = getPlannedEndTime();
+    if (time >= plannedEnd) return;
+    CProjectTime const limit = getCalendar().subtractDurationFromTime(plannedEnd, getMinimumDuration(), false);
+    write(fields.plannedStartTime, time < limit ? time : limit);
+    setPlannedEndTime(plannedEnd);
+    updateCachedData(*this, true);
+}
+
+void CTask::setPlannedEndTime(CProjectTime const & time)
+{
+    if (!canReschedule() || !canChangeDuration()) return;
+    if (!fields.plannedStartTime.isValid() || !time.isValid() || time <= fields.plannedStartTime) return;
+    CProjectDuration const length = getCalendar().subtractTimeFromTime(fields.plannedStartTime, time);
+    CProjectDuration const minimum = getMinimumDuration();
+    write(fields.duration, length > minimum ? length : minimum);
+    updateCachedData(*this, true);
+}
+
+void CTask::setDurationToEndOfUnmitigatedRisk(CProjectDuration const & target)
+{
+    setDuration(target);
+}
+
+void CTask::setEndOfUnmitigatedRisk(CProjectTime const & time)
+{
+    if (!canChangeDuration() || !fields.plannedStartTime.isValid() || !time.isValid()) return;
+    if (time > fields.plannedStartTime)
+        setDurationToEndOfUnmitigatedRisk(getCalendar().subtractTimeFromTime(fields.plannedStartTime, time));
+}
+
+bool CTask::setRiskType(CRiskType const & type)
+{
+    if (isSummaryTask() || fields.riskType == type) return false;
+    write(fields.riskType, type);
+    return true;
+}
+
+// ---- rescheduling ---------------------------------------------------------------------------------
+
+// Each child that can move does, by the working time between the summary's present time and its new one:
+// measured on the summary's calendar, applied on the child's. `current` reads the time that is moved,
+// `move` moves one child.
+template <class Current, class Move>
+void CTask::rescheduleChildren(CProjectTime const & time, bool asEnd, Current const & current, Move const & move)
+{
+    CProjectTime const old = current(*this);
+    bool const later = time > old;
+    CProjectDuration const delta = getCalendar().subtractTimeFromTime(old, time);
+    for (int each = 0; each < subTasks->GetSize(); ++each)
+    {
+        CTask & child = subTasks->elementForPass(each);
+        if (!child.isValid() || !child.canReschedule()) continue;
+        CCalendar const & calendar = child.getCalendar();
+        CProjectTime const present = current(child);
+        move(child, later ? calendar.addDurationToTime(present, delta, asEnd)
+                          : calendar.subtractDurationFromTime(present, delta, asEnd));
+    }
+}
+
+// A time that the calendar cannot give leaves the task where it is.
+void CTask::movePlannedStart(CProjectTime const & time)
+{
+    if (time.isValid()) write(fields.plannedStartTime, time);
+}
+
+void CTask::reschedulePlannedStartTime(CProjectTime const & time)
+{
+    if (!canReschedule() || !getCalendar().isValidStartTime(time)) return;
+    if (isSummaryTask())
+        rescheduleChildren(
+            time, false, [](CTask const & task) { return task.getStartTime(); },
+            [](CTask & child, CProjectTime const & moved) { child.reschedulePlannedStartTime(moved); });
+    else
+        movePlannedStart(time);
+    updateCachedData(*this, true);
+}
+
+void CTask::reschedulePlannedEndTime(CProjectTime const & time)
+{
+    if (!canReschedule() || !getCalendar().isValidEndTime(time)) return;
+    if (isSummaryTask())
+        rescheduleChildren(
+            time, true, [](CTask const & task) { return task.getEndTime(); },
+            [](CTask & child, CProjectTime const & moved) { child.reschedulePlannedEndTime(moved); });
+    else
+        movePlannedStart(getCalendar().subtractDurationFromTime(time, fields.duration, false));
+    updateCachedData(*this, true);
+}
+
+void CTask::rescheduleEndOfUnmitigatedRisk(CProjectTime const & time)
+{
+    if (!canReschedule() || !getCalendar().isValidEndTime(time)) return;
+    if (isSummaryTask())
+        rescheduleChildren(
+            time, true, [](CTask const & task) { return task.getEndOfUnmitigatedRisk(); },
+            [](CTask & child, CProjectTime const & moved) { child.rescheduleEndOfUnmitigatedRisk(moved); });
+    else
+        movePlannedStart(getCalendar().subtractDurationFromTime(time, getDurationToEndOfUnmitigatedRisk(), false));
+    updateCachedData(*this, true);
+}
+
+// ---- what may be done -----------------------------------------------------------------------------
+
+bool CTask::isOpen() const
+{
+    return fields.status != CTaskStatus::Started && fields.status != CTaskStatus::Finished;
+}
+
+bool CTask::canBecomeSummaryTask() const
+{
+    return isValid() && !isKeyDate();
+}
+
+bool CTask::canReschedule() const
+{
+    return isSummaryTask() || (getConstraintType() != CTaskConstraintType::CannotReschedule && isOpen());
+}
+
+bool CTask::canChangeDuration() const
+{
+    return !isKeyDate() && isOpen() && !isSummaryTask();
+}
+
+bool CTask::canAssignRisks() const
+{
+    return isValid() && !isSummaryTask() && !isKeyDate() && isOpen();
+}
+
+bool CTask::canAssignTaskReports() const
+{
+    return isValid() && !isSummaryTask() && !isKeyDate() && fields.status == CTaskStatus::Started;
+}
+
+bool CTask::canAssignResources() const
+{
+    return isValid() && isOpen();
+}
+
+bool CTask::canChangePercentComplete() const
+{
+    return isValid() && fields.status == CTaskStatus::Started;
+}
+
+bool CTask::canChangeBaseline() const
+{
+    return isValid() && (isSummaryTask() || isOpen());
+}
+
+bool CTask::canChangeType() const
+{
+    if (!isValid() || isSummaryTask()) return false;
+    return isKeyDate() || (fields.taskType == CTaskType::Normal && isOpen());
+}
+
+// ---- and why not ----------------------------------------------------------------------------------
+
+namespace
+{
+
+CString statusReason(CTask const & task)
+{
+    return task.isOpen() ? CString() : "its status is \"" + task.getStatus().getString() + "\"";
+}
+
+CString explanation(char const * opening, CTask const & task, char const * middle, CString const & reason)
+{
+    return reason.IsEmpty() ? CString() : CString(opening) + task.getName() + middle + reason;
+}
+
+}  // namespace
+
+CString CTask::getExplanationForInabilityToReschedule() const
+{
+    if (canReschedule()) return "";
+    CString reason = statusReason(*this);
+    if (getConstraintType() == CTaskConstraintType::CannotReschedule) reason = "it is constrained";
+    else if (reason.IsEmpty() && isSummaryTask()) reason = "it is a summary task";
+    return explanation("\"", *this, "\" cannot be rescheduled because ", reason);
+}
+
+CString CTask::getExplanationForInabilityToAssignRisks() const
+{
+    if (canAssignRisks()) return "";
+    CString reason = statusReason(*this);
+    if (!isValid()) reason = "it is a blank task";
+    else if (isSummaryTask()) reason = "it is a summary task";
+    else if (isKeyDate()) reason = "it is a key date";
+    return explanation("The task \"", *this, "\" cannot change Risk Assignment because ", reason);
+}
+
+CString CTask::getExplanationForInabilityToAssignResources() const
+{
+    if (canAssignResources()) return "";
+    CString reason = statusReason(*this);
+    if (!isValid()) reason = "it is a blank task";
+    else if (isSummaryTask()) reason = "it is a summary task";
+    return explanation("The task \"", *this, "\" cannot change Resource Assignment because ", reason);
+}

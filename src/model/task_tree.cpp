@@ -1,0 +1,151 @@
+// A task among its children, its siblings and its parents.
+
+#include "model/task.h"
+
+#include "model/project.h"
+#include "model/task_array.h"
+
+// ---- children -------------------------------------------------------------------------------------
+
+CTaskArray & CTask::makeSubTasks()
+{
+    if (!subTasks)
+    {
+        subTasks = std::make_unique<CTaskArray>();
+        subTasks->owner = this;
+        hasSubTasks = true;
+    }
+    return *subTasks;
+}
+
+void CTask::dropSubTasks()
+{
+    if (!subTasks) return;
+    // Emptied first, so that the index of the forest hears of it.
+    subTasks->RemoveAll();
+    subTasks.reset();
+    hasSubTasks = false;
+    touched = true;
+    fields.id.touch();
+}
+
+CTaskArray * CTask::getWritableSubTasks()
+{
+    touched = true;
+    return subTasks.get();
+}
+
+void CTask::setSubTasks(CTaskArray const & tasks)
+{
+    if (!canBecomeSummaryTask()) return;
+    touched = true;
+    if (tasks.IsEmpty()) dropSubTasks();
+    else makeSubTasks() = tasks;
+}
+
+void CTask::insertSubTask(CTask const & task, int position)
+{
+    int const count = subTasks ? subTasks->GetSize() : 0;
+    if (!canBecomeSummaryTask() || position < 0 || position > count) return;
+    // The new child may be a copy of this very task.
+    CTask const child(task);
+    touched = true;
+    makeSubTasks().InsertAt(position, child);
+}
+
+int CTask::calculateNumberOfChildren() const
+{
+    return subTasks ? subTasks->countValidTasks() : 0;
+}
+
+void CTask::deleteSubTasksIfEmpty()
+{
+    if (!subTasks) return;
+    if (subTasks->IsEmpty()) return dropSubTasks();
+    for (int each = 0; each < subTasks->GetSize(); ++each) subTasks->elementForPass(each).deleteSubTasksIfEmpty();
+}
+
+// ---- searches below -------------------------------------------------------------------------------
+
+template <class Test>
+CTask const * CTask::findDepthFirst(Test const & test) const
+{
+    if (test(*this)) return this;
+    if (!subTasks) return nullptr;
+    for (CTask const & child : *subTasks)
+        if (CTask const * const found = child.findDepthFirst(test)) return found;
+    return nullptr;
+}
+
+CTask const * CTask::findTask(CTaskID const & sought) const
+{
+    if (fields.id == sought) return this;
+    return subTasks ? subTasks->searchLevelFirst(sought) : nullptr;
+}
+
+CTask * CTask::findWritableTask(CTaskID const & sought)
+{
+    return const_cast<CTask *>(findTask(sought));
+}
+
+CTask const * CTask::findTask(CLinkID const & sought) const
+{
+    return findDepthFirst([&](CTask const & task) { return task.getUpstreamLinks().findByID(sought) >= 0; });
+}
+
+CTask const * CTask::findTask(CSupplyChainID const & sought) const
+{
+    return findDepthFirst([&](CTask const & task) { return task.getSupplyChain().getID() == sought; });
+}
+
+bool CTask::isDescendant(CTaskID const & sought) const
+{
+    return subTasks && subTasks->searchLevelFirst(sought);
+}
+
+// ---- place in the tree ----------------------------------------------------------------------------
+
+CTask * CTask::getParent() const
+{
+    return container ? container->getOwner() : nullptr;
+}
+
+CTaskArray const * CTask::getSiblings() const
+{
+    if (!project) return nullptr;
+    CTask const * const parent = project->getTaskParent(*this);
+    return parent ? parent->getSubTasks() : &project->getAllTasks();
+}
+
+int CTask::getPositionInSiblings() const
+{
+    CTaskArray const * const siblings = getSiblings();
+    return siblings ? siblings->findByID(fields.id) : 0;
+}
+
+bool CTask::canMoveTaskUp() const
+{
+    return project && getPositionInSiblings() > 0;
+}
+
+bool CTask::canMoveTaskDown() const
+{
+    if (!project) return false;
+    int const position = getPositionInSiblings();
+    return position >= 0 && position < getSiblings()->GetUpperBound();
+}
+
+void CTask::addAncestorsToArray(CTaskIDArray & ancestors) const
+{
+    for (CTask const * parent = getParentCached(); parent; parent = parent->getParentCached()) ancestors.Add(parent->getID());
+}
+
+void CTask::addDescendantsToArray(CTaskIDArray & descendants) const
+{
+    if (!subTasks) return;
+    for (CTask const & child : *subTasks)
+    {
+        descendants.Add(child.getID());
+        child.addDescendantsToArray(descendants);
+    }
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "values/date_time.h"
+#include "values/duration.h"
+#include "values/identifier_arrays.h"
+
+class CProject;
+class CTask;
+
+// What a task can only know by looking at its children, its calendar and its risks: derived in the pass
+// that ends every action, never saved. It is the first base of CTask, and what a pass over untouched
+// tasks must read stands at its head.
+class CTaskCachedData
+{
+public:
+    virtual CProject * getProject() const = 0;
+
+    // Forgets the risk that other tasks have placed on this one; the next pass places it anew.
+    void resetCachedData();
+
+protected:
+    CTaskCachedData() = default;
+    // The parent is not copied: whoever takes the copy in says where it belongs.
+    CTaskCachedData(CTaskCachedData const & other);
+    CTaskCachedData & operator=(CTaskCachedData const & other);
+    ~CTaskCachedData() = default;
+
+    // Recomputes what the task's change flag, or `force`, makes due: summary times, then end times; then,
+    // in a project, the verdict of the filter, the parent pointers and the risk stored elsewhere.
+    void updateCachedData(CTask & task, bool force);
+
+    CProjectTime const & getPlannedEndTimeCached() const { return plannedEndTime; }
+    CProjectTime const & getEstimatedEndTimeCached() const { return estimatedEndTime; }
+    CProjectTime const & getSummaryStartTimeCached() const { return summaryStartTime; }
+    CProjectTime const & getSummaryEndTimeCached() const { return summaryEndTime; }
+    CProjectDuration const & getSummaryDurationCached() const { return summaryDuration; }
+    CProjectDuration const & getStoredRiskDurationCached() const { return storedRiskDuration; }
+    bool getIsIncludedByFilterCached() const { return isIncludedByFilter; }
+    CTask const * getParentCached() const { return parent; }
+    void setParentCached(CTask const * task) { parent = task; }
+
+    // Whether a field may have changed since the last reset of the flags. Every setter, copy and
+    // assignment says so; a pass looks at the fields of no other task.
+    bool touched = true;
+    // The result of the last setChanged.
+    bool changed = false;
+    // Whether the task has children: said here, so that a pass need not look further into the task.
+    bool hasSubTasks = false;
+
+    // Nothing in the task itself can be due in a pass but its parent pointer.
+    bool isQuiet() const { return !touched && !hasSubTasks; }
+
+private:
+    void updateSummaryTimes(CTask const & task);
+    void updateEndTimes(CTask const & task);
+
+    bool isIncludedByFilter = true;
+    CTask const * parent = nullptr;
+
+    CProjectTime plannedEndTime;
+    CProjectTime estimatedEndTime;
+    CProjectTime summaryStartTime;
+    CProjectTime summaryEndTime;
+    CProjectDuration summaryDuration;
+    CProjectDuration storedRiskDuration{0};
+    CAssignedRiskIDArray storedRiskIDs;
+};

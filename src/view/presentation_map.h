@@ -1,0 +1,66 @@
+#pragma once
+
+#include "platform/map.h"
+#include "view/task_presentation.h"
+
+namespace orvane
+{
+
+// How each object of a kind is shown, under the object's identifier, with a flag that takes part in
+// change tracking. A member of the family derives from this with its key and value classes.
+template <class Self, class Key, class Value>
+class CPresentationMap : public CDynamic<Self, CMap<Key, Key const &, Value, Value const &>>
+{
+    using Base = CDynamic<Self, CMap<Key, Key const &, Value, Value const &>>;
+
+public:
+    CPresentationMap() = default;
+    CPresentationMap(CPresentationMap const &) = default;
+    CPresentationMap & operator=(CPresentationMap const & other)
+    {
+        Base::operator=(other);
+        changed = true;
+        return *this;
+    }
+
+    bool getChanged() const { return changed; }
+    bool setChanged() const { return changed; }
+    void resetChanged() { changed = false; }
+    void touch() { changed = true; }
+
+    void SetAt(Key const & key, Value const & value)
+    {
+        changed = true;
+        Base::SetAt(key, value);
+    }
+    bool RemoveKey(Key const & key)
+    {
+        changed = true;
+        return Base::RemoveKey(key);
+    }
+    void RemoveAll()
+    {
+        changed = true;
+        Base::RemoveAll();
+    }
+
+    // The same entries, whatever their order.
+    friend bool operator==(Self const & a, Self const & b) { return equal(a, b); }
+
+private:
+    static bool equal(Self const & a, Self const & b)
+    {
+        bool same = a.GetCount() == b.GetCount();
+        a.forEach([&](Key const & key, Value const & value) {
+            Value const * const other = same ? b.find(key) : nullptr;
+            same = other && *other == value;
+        });
+        return same;
+    }
+
+    bool changed = false;
+};
+
+}  // namespace orvane
+
+class CTaskPresentationMap : public orvane::CPresentationMap<CTaskPresentationMap, CTaskID, CTaskPresentation> {};

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/map.h"
+#include "values/identifiers.h"
+#include "values/record.h"
+#include "values/scalars.h"
+
+// How one task's row is shown.
+class CTaskPresentation : public orvane::CRecord<CTaskPresentation>
+{
+public:
+    // In pixels.
+    CProjectInt const & getRowHeight() const { return rowHeight; }
+    void setRowHeight(CProjectInt const & pixels) { rowHeight = pixels; }
+    CProjectBool const & getShowChildren() const { return showChildren; }
+    void setShowChildren(CProjectBool const & show) { showChildren = show; }
+
+private:
+    friend class orvane::CRecord<CTaskPresentation>;
+    template <class Visit>
+    static void describe(Visit && visit);
+
+    CProjectInt rowHeight{20};
+    CProjectBool showChildren{true};
+};
+
+extern template class orvane::CRecord<CTaskPresentation>;

@@ -1,0 +1,74 @@
+#include "model/task_category.h"
+
+#include <random>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+TEST(TaskCategoryTest, IsItsIdentity)
+{
+    CTaskCategory const groundworks("Groundworks");
+    CTaskCategory copy = groundworks;
+    EXPECT_TRUE(copy == groundworks);
+    EXPECT_TRUE(CTaskCategory("Groundworks") != groundworks);
+    copy.clear();
+    EXPECT_TRUE(copy.getID().isNULL() && copy.getName().IsEmpty() && copy.setChanged());
+    copy.resetChanged();
+    EXPECT_FALSE(copy.setChanged());
+}
+
+TEST(TaskCategoryArrayTest, NamesAreUniqueAndExact)
+{
+    CTaskCategoryArray array;
+    EXPECT_EQ(array.findByName("Roof"), -1);
+    EXPECT_EQ(array.AddIfUnique("Roof"), 0);
+    EXPECT_EQ(array.AddIfUnique("Roof"), -1);
+    EXPECT_EQ(array.AddIfUnique("roof"), 1);
+    EXPECT_EQ(&array.getByName("Roof"), &array.GetAt(0));
+    EXPECT_EQ(array.getByName("Frame").getName(), "Frame");
+    EXPECT_EQ(array.GetSize(), 3);
+    EXPECT_EQ(array.getByName(array.GetAt(1).getName()).getID(), array.GetAt(1).getID());
+    EXPECT_EQ(array.GetSize(), 3);
+}
+
+// Both lookups after each of many changes, against a plain search.
+TEST(TaskCategoryArrayTest, LookupsStayRight)
+{
+    constexpr unsigned seed = 20261205;
+    std::mt19937 random(seed);
+    auto const below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    std::vector<CTaskCategory> pool;
+    for (int each = 0; each < 30; ++each) pool.emplace_back(CString('a', each));
+    CTaskCategoryArray array;
+    for (int step = 0; step < 3000; ++step)
+    {
+        CTaskCategory const & category = pool[static_cast<std::size_t>(below(30))];
+        int const position = below(array.GetSize() + 1);
+        switch (below(8))
+        {
+            case 0: array.InsertAt(position, category); break;
+            case 1: array.RemoveAt(position, below(3)); break;
+            case 2: array.SetAt(position, category); break;
+            case 3: array.getByName(category.getName()) = category; break;
+            case 4: array = CTaskCategoryArray(array); break;
+            case 5:
+                if (below(20) == 0) array.RemoveAll();
+                break;
+            default: array.Add(category);
+        }
+        CTaskCategory const & sought = pool[static_cast<std::size_t>(below(30))];
+        bool present = false;
+        for (CTaskCategory const & each : array) present = present || each == sought;
+        SCOPED_TRACE(testing::Message() << "step " << step << " of seed " << seed);
+        for (int const found : {array.findByName(sought.getName()), array.findByID(sought.getID())})
+        {
+            ASSERT_EQ(found >= 0, present);
+            if (present) ASSERT_TRUE(array.GetAt(found) == sought);
+        }
+    }
+}
+
+}  // namespace

@@ -1,0 +1,359 @@
+#include "tests/support/plain_calendar.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace orvane::test
+{
+
+namespace
+{
+
+CProjectDuration const oneMinute(60);
+
+CProjectDuration minutes(long count)
+{
+    return CProjectDuration(count * 60);
+}
+
+// A time of day that is not valid counts as 00:00.
+CProjectTime compose(CProjectDate const & date, CProjectTimeOfDay const & t)
+{
+    return date + (t.isValid() ? t : CProjectTimeOfDay(0, 0));
+}
+
+// The next date in a direction; none where dates end.
+std::optional<CProjectDate> neighbour(CProjectDate const & date, int step)
+{
+    CProjectDate const next = date + step;
+    if (next == date) return {};
+    return next;
+}
+
+}  // namespace
+
+// ---- one day --------------------------------------------------------------------------------------
+
+PlainDay::PlainDay(CCalendarDayType const & dayType) : isWorking(dayType.getDayType().getEquivalentValue() != 2)
+{
+    if (!isWorking) return;
+    for (int each = 0; each < dayType.getNumberOfTimeBlocks(); ++each) blocks.push_back(dayType.getTimeBlock(each));
+}
+
+CProjectTimeOfDay PlainDay::start() const
+{
+    return blocks.empty() ? CProjectTimeOfDay() : blocks.front().getStart();
+}
+
+CProjectTimeOfDay PlainDay::end() const
+{
+    return blocks.empty() ? CProjectTimeOfDay() : blocks.back().getEnd();
+}
+
+long PlainDay::workingMinutes() const
+{
+    long sum = 0;
+    for (auto const & block : blocks) sum += CProjectDuration(block).GetTotalMinutes();
+    return sum;
+}
+
+int PlainDay::find(CProjectTimeOfDay const & t) const
+{
+    for (std::size_t each = 0; each < blocks.size(); ++each)
+    {
+        if (t < blocks[each].getStart()) return -1;
+        if (t <= blocks[each].getEnd()) return static_cast<int>(each);
+    }
+    return -1;
+}
+
+bool PlainDay::isValidStart(CProjectTimeOfDay const & t) const
+{
+    int const found = find(t);
+    if (found < 0) return false;
+    auto const & block = blocks[static_cast<std::size_t>(found)];
+    return block.getStart() <= t && t < block.getEnd();
+}
+
+bool PlainDay::isValidEnd(CProjectTimeOfDay const & t) const
+{
+    int const found = find(t);
+    if (found < 0) return false;
+    auto const & block = blocks[static_cast<std::size_t>(found)];
+    return block.getStart() < t && t <= block.getEnd();
+}
+
+CProjectTimeOfDay PlainDay::nextStart(CProjectTimeOfDay const & t) const
+{
+    for (auto const & block : blocks)
+    {
+        if (t < block.getStart()) return block.getStart();
+        if (t < block.getEnd()) return t;
+    }
+    return {};
+}
+
+CProjectTimeOfDay PlainDay::nextEnd(CProjectTimeOfDay const & t) const
+{
+    for (auto const & block : blocks)
+    {
+        if (t <= block.getStart()) return block.getStart() + oneMinute;
+        if (t <= block.getEnd()) return t;
+    }
+    return {};
+}
+
+CProjectTimeOfDay PlainDay::previousStart(CProjectTimeOfDay const & t) const
+{
+    for (auto block = blocks.rbegin(); block != blocks.rend(); ++block)
+    {
+        if (t >= block->getEnd()) return block->getEnd() - oneMinute;
+        if (t >= block->getStart()) return t;
+    }
+    return {};
+}
+
+CProjectTimeOfDay PlainDay::previousEnd(CProjectTimeOfDay const & t) const
+{
+    for (auto block = blocks.rbegin(); block != blocks.rend(); ++block)
+    {
+        if (t > block->getEnd()) return block->getEnd();
+        if (t > block->getStart()) return t;
+    }
+    return {};
+}
+
+CProjectTimeOfDay PlainDay::add(CProjectTimeOfDay const & t, long duration) const
+{
+    int const found = find(t);
+    if (found < 0) return {};
+    auto block = blocks.begin() + found;
+    long const left = (block->getEnd() - t).GetTotalMinutes();
+    if (duration <= left) return t + minutes(duration);
+    long rest = duration - left;
+    while (++block != blocks.end())
+    {
+        long const length = (block->getEnd() - block->getStart()).GetTotalMinutes();
+        if (length >= rest) return block->getStart() + minutes(rest);
+        rest -= length;
+    }
+    return {};
+}
+
+CProjectTimeOfDay PlainDay::subtract(CProjectTimeOfDay const & t, long duration) const
+{
+    int const found = find(t);
+    if (found < 0) return {};
+    auto block = blocks.begin() + found;
+    long const left = (t - block->getStart()).GetTotalMinutes();
+    if (duration <= left) return t - minutes(duration);
+    long rest = duration - left;
+    while (block != blocks.begin())
+    {
+        --block;
+        long const length = (block->getEnd() - block->getStart()).GetTotalMinutes();
+        if (length >= rest) return block->getEnd() - minutes(rest);
+        rest -= length;
+    }
+    return {};
+}
+
+long PlainDay::between(CProjectTimeOfDay a, CProjectTimeOfDay b) const
+{
+    if (start() > end()) return 0;
+    if (a > b) return between(b, a);
+    if (a < start()) return between(start(), b);
+    if (b > end()) return between(a, end());
+    int const i = find(a);
+    int const j = find(b);
+    if (i < 0 || j < 0 || i > j) return 0;
+    if (i == j) return (b - a).GetTotalMinutes();
+    auto const first = blocks.begin() + i;
+    auto const last = blocks.begin() + j;
+    long sum = (first->getEnd() - a).GetTotalMinutes() + (b - last->getStart()).GetTotalMinutes();
+    for (auto block = first + 1; block != last; ++block) sum += CProjectDuration(*block).GetTotalMinutes();
+    return std::max(0L, sum);
+}
+
+// ---- across days ----------------------------------------------------------------------------------
+
+namespace
+{
+
+std::optional<CCalendarDayType> named(CCalendar const & calendar, CCalendarDayTypeID const & id)
+{
+    for (CCalendarDayType const & dayType : calendar.getCalendarDayTypes())
+        if (dayType.getID() == id) return dayType;
+    return {};
+}
+
+std::optional<CCalendarDayType> exceptional(CCalendar const & calendar, CProjectDate const & date)
+{
+    for (CCalendarException const & exception : calendar.getCalendarDayExceptions())
+        if (exception.getDate().compare(date) == 0) return named(calendar, exception.getCalendarDayTypeID());
+    return {};
+}
+
+bool isKind(CCalendarDayType const & dayType, int kind)
+{
+    return dayType.getDayType().getEquivalentValue() == kind;
+}
+
+// A day type such as a lookup that fails answers.
+CCalendarDayType nothing()
+{
+    return CCalendarDayType(CCalendarDayTypeID::getNULL());
+}
+
+CCalendarDayType normalDay(CCalendar const & calendar)
+{
+    if (!calendar.getNormalDayInUse().getValue()) return nothing();
+    for (CCalendarDayType const & dayType : calendar.getCalendarDayTypes())
+        if (isKind(dayType, 1)) return dayType;
+    return nothing();
+}
+
+}  // namespace
+
+CCalendarDayType PlainCalendar::dayType(CProjectDate const & date) const
+{
+    bool const isMaster = calendar.getID() == master.getID();
+    std::optional<CCalendarDayType> found = isMaster ? std::nullopt : exceptional(master, date);
+    if (found) return *found;
+    found = exceptional(calendar, date);
+    if (!found) found = named(calendar, calendar.getCalendarWeek().getDay(date.GetDayOfWeek()));
+    if (!found) return nothing();
+    return isKind(*found, 1) && !calendar.getNormalDayInUse().getValue() ? normalDay(master) : *found;
+}
+
+PlainDay const & PlainCalendar::day(CProjectDate const & date) const
+{
+    auto const [place, isNew] = days.try_emplace(date.getDayNumber(), nothing());
+    if (isNew) place->second = PlainDay(dayType(date));
+    return place->second;
+}
+
+CProjectTime PlainCalendar::add(CProjectTime const & time, CProjectDuration const & duration, bool asEndTime) const
+{
+    if (!time.isValid()) return {};
+    CProjectDate date = time.getDate();
+    CProjectTimeOfDay const clock = time.getTimeOfDay();
+    PlainDay const & today = day(date);
+    long const length = duration.GetTotalMinutes();
+    long const rest = today.between(clock, today.end());
+    if (length <= rest)
+    {
+        CProjectTime const result = compose(date, today.add(clock, length));
+        if (asEndTime) return !isValidEnd(result) && length > 1 ? previousEnd(result) : result;
+        return isValidStart(result) ? result : nextStart(result);
+    }
+    for (long left = length - rest;;)
+    {
+        std::optional<CProjectDate> const next = neighbour(date, 1);
+        if (!next) return {};
+        date = *next;
+        PlainDay const & here = day(date);
+        if (!here.isWorking) continue;
+        if (left > here.workingMinutes())
+        {
+            left -= here.workingMinutes();
+            continue;
+        }
+        CProjectTime const result = compose(date, here.add(here.start(), left));
+        if (asEndTime) return isValidEnd(result) ? result : previousEnd(result);
+        return isValidStart(result) ? result : nextStart(result);
+    }
+}
+
+CProjectTime PlainCalendar::subtract(CProjectTime const & time, CProjectDuration const & duration, bool asEndTime) const
+{
+    if (!time.isValid()) return {};
+    CProjectDate date = time.getDate();
+    CProjectTimeOfDay const clock = time.getTimeOfDay();
+    PlainDay const & today = day(date);
+    long const length = duration.GetTotalMinutes();
+    long const rest = today.between(today.start(), clock);
+    if (length <= rest)
+    {
+        CProjectTime const result = compose(date, today.subtract(clock, length));
+        if (asEndTime) return isValidEnd(result) ? result : previousEnd(result);
+        return !isValidStart(result) && length > 1 ? nextStart(result) : result;
+    }
+    for (long left = length - rest;;)
+    {
+        std::optional<CProjectDate> const next = neighbour(date, -1);
+        if (!next) return {};
+        date = *next;
+        PlainDay const & here = day(date);
+        if (!here.isWorking) continue;
+        if (left > here.workingMinutes())
+        {
+            left -= here.workingMinutes();
+            continue;
+        }
+        CProjectTime const result = compose(date, here.subtract(here.end(), left));
+        if (asEndTime) return isValidEnd(result) ? result : previousEnd(result);
+        return isValidStart(result) ? result : nextStart(result);
+    }
+}
+
+CProjectDuration PlainCalendar::between(CProjectTime const & a, CProjectTime const & b) const
+{
+    if (!a.isValid() || !b.isValid()) return CProjectDuration(0);
+    if (a > b) return between(b, a);
+    CProjectDate const last = b.getDate();
+    PlainDay const & firstDay = day(a.getDate());
+    if (a.getDate() == last) return minutes(firstDay.between(a.getTimeOfDay(), b.getTimeOfDay()));
+    long sum = firstDay.between(a.getTimeOfDay(), firstDay.end());
+    for (CProjectDate date = a.getDate() + 1; date < last; date += 1)
+        if (day(date).isWorking) sum += day(date).workingMinutes();
+    PlainDay const & lastDay = day(last);
+    sum += lastDay.between(lastDay.start(), b.getTimeOfDay());
+    return minutes(std::max(0L, sum));
+}
+
+bool PlainCalendar::isValidStart(CProjectTime const & time) const
+{
+    return time.isValid() && day(time.getDate()).isWorking && day(time.getDate()).isValidStart(time.getTimeOfDay());
+}
+
+bool PlainCalendar::isValidEnd(CProjectTime const & time) const
+{
+    return time.isValid() && day(time.getDate()).isWorking && day(time.getDate()).isValidEnd(time.getTimeOfDay());
+}
+
+CProjectTime PlainCalendar::search(CProjectTime const & time, Search search, int step) const
+{
+    CProjectTimeOfDay const outermost = step > 0 ? CProjectTimeOfDay(0, 0) : CProjectTimeOfDay(23, 59);
+    for (CProjectTime at = time; at.isValid();)
+    {
+        CProjectDate const date = at.getDate();
+        CProjectTimeOfDay const found = (day(date).*search)(at.getTimeOfDay());
+        if (found.isValid()) return date + found;
+        std::optional<CProjectDate> const next = neighbour(date, step);
+        at = next ? *next + outermost : CProjectTime();
+    }
+    return {};
+}
+
+CProjectTime PlainCalendar::nextStart(CProjectTime const & time) const
+{
+    return search(time, &PlainDay::nextStart, 1);
+}
+
+CProjectTime PlainCalendar::nextEnd(CProjectTime const & time) const
+{
+    return search(time, &PlainDay::nextEnd, 1);
+}
+
+CProjectTime PlainCalendar::previousStart(CProjectTime const & time) const
+{
+    return search(time, &PlainDay::previousStart, -1);
+}
+
+CProjectTime PlainCalendar::previousEnd(CProjectTime const & time) const
+{
+    return search(time, &PlainDay::previousEnd, -1);
+}
+
+}  // namespace orvane::test
