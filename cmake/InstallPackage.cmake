@@ -17,12 +17,8 @@ write_basic_package_version_file(OrvaneScheduleConfigVersion.cmake COMPATIBILITY
 install(FILES
     ${CMAKE_CURRENT_BINARY_DIR}/OrvaneScheduleConfig.cmake
     ${CMAKE_CURRENT_BINARY_DIR}/OrvaneScheduleConfigVersion.cmake
-    cmake/FindCctz.cmake
     DESTINATION ${package_dir})
 
-if(BUILD_SHARED_LIBS)
-    set(pkgconfig_private ".private")
-endif()
 file(RELATIVE_PATH prefix_from_pkgconfig "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 configure_file(cmake/orvane-schedule.pc.in orvane-schedule.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/orvane-schedule.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

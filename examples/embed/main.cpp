@@ -1,4 +1,4 @@
-// The smallest application: it links the library and asks a class for its name.
+// The smallest application: one project, one user action, and the tree read back.
 
 #include <orvane/schedule.h>
 
@@ -6,7 +6,15 @@
 
 int main()
 {
-    CRuntimeClass const * const root = CObject::GetThisClass();
-    std::cout << "The root of the model is " << root->getName() << ".\n";
-    return CRuntimeClass::FromName("CObject") == root ? 0 : 1;
+    CProject project(nullptr, false);
+    {
+        // The checker is the action: what follows from the changes is derived when it goes out of scope.
+        CLocalRulesChecker action(&project, CRulesCheckerContext(CRulesCheckerContext::OriginatingClient));
+        action.addTaskWithName("Excavate", 0);
+        action.addTaskWithDuration(CProjectDuration(24, 0), 0);
+    }
+    for (CTask const & task : project.getAllTasks())
+        std::cout << task.getName() << ": " << task.getDuration().GetTotalHours() << " working hours, from "
+                  << task.getStartTime().getCTime().Format("%Y-%m-%d %H:%M") << '\n';
+    return project.getTotalNumberOfTasks() == 2 ? 0 : 1;
 }

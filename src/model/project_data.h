@@ -43,6 +43,10 @@ public:
     // Counts as changed until the next pass, whatever its parts say.
     void flagAsChanged() { changed = true; }
 
+    // The root tasks, for building a plan as a value; the project takes it over with setProjectData.
+    CTaskArray const & getTasks() const { return tasks; }
+    void setTasks(CTaskArray const & roots) { tasks = roots; }
+
     // Points everything that knows its project at this one.
     void setProject(CProject * project);
 

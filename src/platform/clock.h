@@ -7,14 +7,14 @@ namespace orvane
 {
 
 // Where the present moment comes from: seconds since 1 January 1970 00:00 UTC.
-using Clock = std::int64_t (*)();
+using ClockSource = std::int64_t (*)();
 
 inline std::int64_t systemClock()
 {
     return std::time(nullptr);
 }
 
-inline Clock clock = systemClock;
+inline ClockSource clock = systemClock;
 
 inline std::int64_t nowSeconds()
 {
@@ -22,7 +22,7 @@ inline std::int64_t nowSeconds()
 }
 
 // Puts another clock in place, for a host or a test; null brings the system's back.
-inline void setClock(Clock source)
+inline void setClock(ClockSource source)
 {
     clock = source ? source : systemClock;
 }

@@ -1,20 +1,18 @@
 #pragma once
 
-// A colour as the scene knows it: three components from 0 to 1.
+// A colour as the scene knows it: three components from 0 to 1, white at first.
 class CColor
 {
 public:
     CColor() = default;
-    CColor(float red, float green, float blue) : m_red(red), m_green(green), m_blue(blue) {}
+    CColor(float red, float green, float blue) : components{red, green, blue} {}
 
-    float red() const { return m_red; }
-    float green() const { return m_green; }
-    float blue() const { return m_blue; }
+    float red() const { return components[0]; }
+    float green() const { return components[1]; }
+    float blue() const { return components[2]; }
 
     friend bool operator==(CColor const &, CColor const &) = default;
 
 private:
-    float m_red = 1.0F;
-    float m_green = 1.0F;
-    float m_blue = 1.0F;
+    float components[3] = {1.0F, 1.0F, 1.0F};
 };

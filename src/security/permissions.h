@@ -41,7 +41,7 @@ public:
     bool canReadResource(User user, Owner owner) const { return onResource(readResources, user, owner); }
     bool canWriteResourceCost(User user, Owner owner) const { return onResource(writeResourceCosts, user, owner); }
     bool canReadResourceCost(User user, Owner owner) const { return onResource(readResourceCosts, user, owner); }
-    bool canWriteUser(User user, User other) const { return getAccess(writeUsers, isSupplierOfUser(user, other), false); }
+    bool canWriteUser(User user, User who) const { return getAccess(writeUsers, isSupplierOfUser(user, who), false); }
     bool canWriteRole(User, CRole const *) const { return getAccess(writeRoles, false, false); }
 
     // What the user's company is to a task, a company's resource or another user. False for null pointers

@@ -1,10 +1,11 @@
 #pragma once
 
-#include <concepts>
-#include <cstddef>
-
 #include "platform/string.h"
 #include "values/value.h"
+
+#include <concepts>
+#include <cstddef>
+#include <iterator>
 
 namespace orvane
 {
@@ -12,19 +13,21 @@ namespace orvane
 // What an enumeration does with a number that it does not know, when it is assigned one.
 enum class UnknownNumber { becomes, keepsValue, isStored };
 
-// The row of one enumeration: the numbers it stores, from first to last, the number a default-constructed
-// value holds, what an unknown number does, and as what one is read.
+// The row of one enumeration.
 struct EnumerationRow
 {
+    // The numbers that it knows.
     int first;
     int last;
-    int initial;
-    UnknownNumber onUnknown;
-    int unknownBecomes;
-    int unknownReads;
+    // What a default-constructed value holds.
+    int initial = 0;
+    UnknownNumber onUnknown = UnknownNumber::becomes;
+    int unknownBecomes = 0;
+    // As what a value that holds an unknown number is read.
+    int unknownReads = 0;
 };
 
-// Every unknown number turns into the same known one, or into a number with a meaning of its own.
+// The usual row: an unknown number becomes the fallback, and is read as it.
 constexpr EnumerationRow numbers(int first, int last, int fallback, int initial = 0)
 {
     return {first, last, initial, UnknownNumber::becomes, fallback, fallback};

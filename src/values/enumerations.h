@@ -30,6 +30,7 @@ public:
     using CNamedEnumeration::operator=;
 };
 
+// Whether a task may be moved.
 class CTaskConstraintType : public orvane::CNamedEnumeration<CTaskConstraintType>
 {
 public:
@@ -89,7 +90,7 @@ public:
 class CRulesCheckerContext : public orvane::CNamedEnumeration<CRulesCheckerContext>
 {
 public:
-    enum TASK_STATUS { OriginatingClient = 1, TransactionServer = 2, RecievingClient = 3 };
+    enum TASK_STATUS { OriginatingClient = 1, TransactionServer = 2, ReceivingClient = 3 };
     using Number = TASK_STATUS;
     static constexpr orvane::EnumerationRow row = orvane::numbers(1, 3, 1);
     static constexpr char const * texts[] = {"Originating Client", "Transaction Server", "Recieving Client"};
@@ -188,7 +189,7 @@ class CResourceType : public orvane::CEnumeration<CResourceType>
 public:
     enum CType { Human = 1, Equipment = 2, Material = 3, Location = 4 };
     using Number = CType;
-    static constexpr orvane::EnumerationRow row{1, 4, 0, orvane::UnknownNumber::becomes, 1, 0};
+    static constexpr orvane::EnumerationRow row{.first = 1, .last = 4, .unknownBecomes = 1};
     using CEnumeration::CEnumeration;
     using CEnumeration::operator=;
 };
@@ -211,7 +212,7 @@ class CResourceProfileType : public orvane::CTextEnumeration<CResourceProfileTyp
 public:
     enum RESOURCE_PROFILE_TYPE { Install = 1, Temporary = 2, Remove = 3 };
     using Number = RESOURCE_PROFILE_TYPE;
-    static constexpr orvane::EnumerationRow row{1, 3, 2, orvane::UnknownNumber::becomes, 0, 2};
+    static constexpr orvane::EnumerationRow row{.first = 1, .last = 3, .initial = 2, .unknownReads = 2};
     static constexpr char const * texts[] = {"Install", "Temporary", "Remove"};
     using CTextEnumeration::CTextEnumeration;
     using CTextEnumeration::operator=;
@@ -233,11 +234,12 @@ public:
     };
     using Number = RESOURCE_UNIT_TYPE;
     static constexpr orvane::EnumerationRow row = orvane::numbersOrKeep(0, 34, 0);
+    // The spelling is that of the texts that planners know.
     static constexpr char const * texts[] = {
-        "Unknown", "Cubic feet", "Cubic meter", "Liter",  "Milimeter", "Meter",  "Feet",     "Each",  "Pair",
-        "Dozen",   "Gross",      "Sq Foot",     "Sq Yard", "Sq Meter", "Pound",  "Gram",     "Kilo",  "Bag",
-        "Box",     "Bucket",     "Bundle",      "Card",   "Carton",    "Coil",   "Pack",     "Pegs",  "Length",
-        "Outer",   "Pallet",     "Roll",        "Sachet", "Set",       "Sheet",  "Ton",      "Person"};
+        "Unknown", "Cubic feet", "Cubic meter", "Liter", "Milimeter", "Meter", "Feet", "Each", "Pair", "Dozen",
+        "Gross", "Sq Foot", "Sq Yard", "Sq Meter", "Pound", "Gram", "Kilo", "Bag", "Box", "Bucket",
+        "Bundle", "Card", "Carton", "Coil", "Pack", "Pegs", "Length", "Outer", "Pallet", "Roll",
+        "Sachet", "Set", "Sheet", "Ton", "Person"};
     using CTextEnumeration::CTextEnumeration;
     using CTextEnumeration::operator=;
     static constexpr int getMinimumEquivalentValue() { return row.first; }
@@ -258,7 +260,8 @@ public:
         ConstructionManager = 20, FieldConstructionManager = 21, Reseller = 22,
     };
     using Number = CType;
-    static constexpr orvane::EnumerationRow row{1, 22, 0, orvane::UnknownNumber::isStored, 0, 0};
+    static constexpr orvane::EnumerationRow row{
+        .first = 1, .last = 22, .onUnknown = orvane::UnknownNumber::isStored};
     static constexpr char const * texts[] = {"Supplier", "Manufacturer", "Contractor", "Subcontractor", "Architect",
         "Structural engineer", "Cost engineer", "Client", "Building owner", "Building operator",
         "Mechanical engineer", "Electrical engineer", "Project manager", "Facilities manager", "Civil engineer",
@@ -300,6 +303,7 @@ public:
     static constexpr orvane::EnumerationRow row = orvane::numbers(1, 3, 1);
     using CEnumeration::CEnumeration;
     using CEnumeration::operator=;
+    // The number as it stands, 0 for one that was never given.
     int getType() const { return value; }
 };
 
@@ -329,17 +333,21 @@ public:
 
 // ---- views ----------------------------------------------------------------------------------------
 
-// What the 3D view colours by; the selection chooses some of these, the views know the others.
+// What the 3D view presents. The selection can choose it; what modes 5 and 7 show is up to the views.
 class C3DDisplayMode : public orvane::CEnumeration<C3DDisplayMode>
 {
 public:
-    enum DISPLAY_MODE { NothingSelected = 1, Company = 2, Task = 3, Resource = 4, Mode5 = 5, SceneEntity = 6, Mode7 = 7 };
+    enum DISPLAY_MODE
+    {
+        NothingSelected = 1, Company = 2, Task = 3, Resource = 4, Mode5 = 5, SceneEntity = 6, Mode7 = 7,
+    };
     using Number = DISPLAY_MODE;
     static constexpr orvane::EnumerationRow row = orvane::numbers(1, 7, 1);
     using CEnumeration::CEnumeration;
     using CEnumeration::operator=;
 };
 
+// What its modes lock is up to the views.
 class C3DLockMode : public orvane::CEnumeration<C3DLockMode>
 {
 public:
@@ -350,6 +358,7 @@ public:
     using CEnumeration::operator=;
 };
 
+// The two charts of the use of resources. Unlike others it starts with a known number, and still not valid.
 class CChartType : public orvane::CEnumeration<CChartType>
 {
 public:
@@ -360,6 +369,7 @@ public:
     using CEnumeration::operator=;
 };
 
+// Of what a chart is drawn; it starts like the type of chart.
 class CDisplayChartFor : public orvane::CEnumeration<CDisplayChartFor>
 {
 public:
@@ -370,6 +380,7 @@ public:
     using CEnumeration::operator=;
 };
 
+// Whose use a utilisation chart shows.
 class CDisplayUtilisationChartFor : public orvane::CNamedEnumeration<CDisplayUtilisationChartFor>
 {
 public:
@@ -380,8 +391,9 @@ public:
     };
     using Number = UTILISATION_MODE;
     static constexpr orvane::EnumerationRow row = orvane::numbers(1, 7, 7);
-    static constexpr char const * texts[] = {"Selected Resource", "Selected Company's Resources", "All Equipment Resources",
-        "All Human Resources", "All Location Resources", "All Material Resources", "All Resources"};
+    static constexpr char const * texts[] = {
+        "Selected Resource", "Selected Company's Resources", "All Equipment Resources", "All Human Resources",
+        "All Location Resources", "All Material Resources", "All Resources"};
     using CNamedEnumeration::CNamedEnumeration;
     using CNamedEnumeration::operator=;
 };

@@ -5,6 +5,9 @@
 #include "platform/string.h"
 #include "values/value.h"
 
+#include <concepts>
+#include <cstdint>
+
 // Single numbers, texts and colours as fields of the model. A default-constructed one is not valid; one
 // made from a value is valid and unchanged. Comparisons look at the value alone.
 
@@ -12,16 +15,28 @@ class CProjectBool : public orvane::CFlagged<CProjectBool>
 {
 public:
     CProjectBool() = default;
-    CProjectBool(bool value) : CFlagged(true), value(value) {}
-    // Anything but zero is true.
-    CProjectBool(int number) : CProjectBool(number != 0) {}
+    // Anything but zero is true. A pointer is no number, and refused.
+    template <std::integral T>
+    CProjectBool(T number) : CFlagged(true), value(number != T{})
+    {
+    }
 
     bool getValue() const { return value; }
     operator int() const { return value; }
 
     friend bool operator==(CProjectBool const & a, CProjectBool const & b) { return a.value == b.value; }
-    friend bool operator==(CProjectBool const & a, bool b) { return a.value == b; }
     friend bool operator>(CProjectBool const & a, CProjectBool const & b) { return a.value > b.value; }
+    // Against plain numbers, where the conversions of either side would serve equally well.
+    template <std::integral T>
+    friend bool operator==(CProjectBool const & a, T b)
+    {
+        return a == CProjectBool(b);
+    }
+    template <std::integral T>
+    friend bool operator>(CProjectBool const & a, T b)
+    {
+        return a > CProjectBool(b);
+    }
 
 private:
     bool value = false;
@@ -97,7 +112,8 @@ private:
     double value = -1.0;
 };
 
-// A text of the model: a CString with the flags of a value. Every change of the text sets both.
+// A text of the model: a CString with the flags of a value. Construction from a text gives a valid one.
+// Assigning, appending and SetAt set both flags; what else changes a CString leaves the flags alone.
 class CProjectString : public CString, public orvane::CFlagged<CProjectString>
 {
 public:
@@ -135,12 +151,7 @@ public:
         write([&] { CString::SetAt(index, character); });
     }
 
-    friend bool operator==(CProjectString const & a, CProjectString const & b) { return a.text() == b.text(); }
-    friend bool operator==(CProjectString const & a, CString const & b) { return a.text() == b; }
-    friend bool operator==(CProjectString const & a, char const * b) { return a.text() == b; }
-
 private:
-    CString const & text() const { return *this; }
     template <class Change>
     CProjectString & write(Change const & change)
     {
@@ -173,12 +184,9 @@ public:
 
     operator unsigned long() const;
 
-    friend bool operator==(CProjectColor const & a, CProjectColor const & b) { return a.color() == b.color(); }
-
 private:
     static float part(int component) { return static_cast<float>(component * 0.00392156862745098); }
     static int byte(unsigned long number, int shift) { return static_cast<int>(number >> shift & 0xFF); }
-    CColor const & color() const { return *this; }
 };
 
 // The number of an undo state. In place of a change flag it says whether the state was acknowledged.
@@ -194,6 +202,9 @@ public:
     bool isValid() const { return valid; }
     void setValid(bool flag) { valid = flag; }
     void clear() { *this = CProjectStateIndex(); }
+
+    // By the number; whether it is acknowledged plays no part.
+    friend bool operator==(CProjectStateIndex const & a, CProjectStateIndex const & b) { return a.index == b.index; }
 
 private:
     std::int32_t index = 0;

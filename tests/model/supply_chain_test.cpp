@@ -21,8 +21,8 @@ TEST(SupplyChainTest, MovesDownAndBackUp)
         char const * assigned;
         char const * expected;  // the supplier, then the customers
     } const cases[] = {
-        {"", "- "},         {"A", "A "},         {"ABC", "C AB"},     {"ABCA", "A "},     {"ABCB", "B A"},
-        {"ABCC", "C AB"},   {"AA", "A "},        {"ABCDB", "B A"},    {"ABA-", "- A"},    {"AB-C", "C AB"},
+        {"", "- "},       {"A", "A "},  {"ABC", "C AB"},  {"ABCA", "A "},  {"ABCB", "B A"},
+        {"ABCC", "C AB"}, {"AA", "A "}, {"ABCDB", "B A"}, {"ABA-", "- A"}, {"AB-C", "C AB"},
     };
     for (auto const & each : cases)
     {

@@ -22,7 +22,12 @@ CAccessType access(int number)
     return value;
 }
 
-enum Relation { supplies, buys, stranger };
+enum Relation
+{
+    supplies,
+    buys,
+    stranger
+};
 constexpr Relation relations[] = {supplies, buys, stranger};
 
 // A user of a company, and things that the company supplies, is a customer of, or has no part in.
@@ -92,32 +97,34 @@ std::vector<Right> const & rights()
     static std::vector<Right> const table = {
         right("writeTasks", &P::setWriteTasks, &P::getWriteTasks, &P::canWriteTask, &U::canWriteTask),
         right("readTasks", &P::setReadTasks, &P::getReadTasks, &P::canReadTask, &U::canReadTask),
-        right("writeTaskCosts", &P::setWriteTaskCosts, &P::getWriteTaskCosts, &P::canWriteTaskCost, &U::canWriteTaskCost),
+        right("writeTaskCosts", &P::setWriteTaskCosts, &P::getWriteTaskCosts, &P::canWriteTaskCost,
+              &U::canWriteTaskCost),
         right("readTaskCosts", &P::setReadTaskCosts, &P::getReadTaskCosts, &P::canReadTaskCost, &U::canReadTaskCost),
-        right("writeTaskResources", &P::setWriteTaskResources, &P::getWriteTaskResources,
-              &P::canWriteTaskResources, &U::canWriteTaskResource),
-        right("readTaskResources", &P::setReadTaskResources, &P::getReadTaskResources,
-              &P::canReadTaskResources, &U::canReadTaskResource),
-        right("writeTaskRisks", &P::setWriteTaskRisks, &P::getWriteTaskRisks, &P::canWriteTaskRisks, &U::canWriteTaskRisk),
+        right("writeTaskResources", &P::setWriteTaskResources, &P::getWriteTaskResources, &P::canWriteTaskResources,
+              &U::canWriteTaskResource),
+        right("readTaskResources", &P::setReadTaskResources, &P::getReadTaskResources, &P::canReadTaskResources,
+              &U::canReadTaskResource),
+        right("writeTaskRisks", &P::setWriteTaskRisks, &P::getWriteTaskRisks, &P::canWriteTaskRisks,
+              &U::canWriteTaskRisk),
         right("readTaskRisks", &P::setReadTaskRisks, &P::getReadTaskRisks, &P::canReadTaskRisks, &U::canReadTaskRisk),
-        right("writeTaskRiskCosts", &P::setWriteTaskRiskCosts, &P::getWriteTaskRiskCosts,
-              &P::canWriteTaskRiskCosts, &U::canWriteTaskRiskCost),
-        right("readTaskRiskCosts", &P::setReadTaskRiskCosts, &P::getReadTaskRiskCosts,
-              &P::canReadTaskRiskCosts, &U::canReadTaskRiskCost),
-        right("writeTaskReports", &P::setWriteTaskReports, &P::getWriteTaskReports,
-              &P::canWriteTaskReports, &U::canWriteTaskReport),
-        right("readTaskReports", &P::setReadTaskReports, &P::getReadTaskReports,
-              &P::canReadTaskReports, &U::canReadTaskReport),
+        right("writeTaskRiskCosts", &P::setWriteTaskRiskCosts, &P::getWriteTaskRiskCosts, &P::canWriteTaskRiskCosts,
+              &U::canWriteTaskRiskCost),
+        right("readTaskRiskCosts", &P::setReadTaskRiskCosts, &P::getReadTaskRiskCosts, &P::canReadTaskRiskCosts,
+              &U::canReadTaskRiskCost),
+        right("writeTaskReports", &P::setWriteTaskReports, &P::getWriteTaskReports, &P::canWriteTaskReports,
+              &U::canWriteTaskReport),
+        right("readTaskReports", &P::setReadTaskReports, &P::getReadTaskReports, &P::canReadTaskReports,
+              &U::canReadTaskReport),
         right("writeTaskReportCosts", &P::setWriteTaskReportCosts, &P::getWriteTaskReportCosts,
               &P::canWriteTaskReportCosts, &U::canWriteTaskReportCost),
-        right("readTaskReportCosts", &P::setReadTaskReportCosts, &P::getReadTaskReportCosts,
-              &P::canReadTaskReportCosts, &U::canReadTaskReportCost),
+        right("readTaskReportCosts", &P::setReadTaskReportCosts, &P::getReadTaskReportCosts, &P::canReadTaskReportCosts,
+              &U::canReadTaskReportCost),
         right("writeResources", &P::setWriteResource, &P::getWriteResource, &P::canWriteResource, &U::canWriteResource),
         right("readResources", &P::setReadResource, &P::getReadResource, &P::canReadResource, &U::canReadResource),
-        right("writeResourceCosts", &P::setWriteResourceCost, &P::getWriteResourceCost,
-              &P::canWriteResourceCost, &U::canWriteResourceCost),
-        right("readResourceCosts", &P::setReadResourceCost, &P::getReadResourceCost,
-              &P::canReadResourceCost, &U::canReadResourceCost),
+        right("writeResourceCosts", &P::setWriteResourceCost, &P::getWriteResourceCost, &P::canWriteResourceCost,
+              &U::canWriteResourceCost),
+        right("readResourceCosts", &P::setReadResourceCost, &P::getReadResourceCost, &P::canReadResourceCost,
+              &U::canReadResourceCost),
         right("writeUsers", &P::setWriteUsers, &P::getWriteUsers, &P::canWriteUser, &U::canWriteUser),
         right("writeRoles", &P::setWriteRoles, &P::getWriteRoles, &P::canWriteRole, &U::canWriteRole),
     };
@@ -178,7 +185,8 @@ TEST(PermissionsTest, WhatIsMissingHasNoRelation)
     EXPECT_FALSE(P::isSupplierOfTask(&nobody, &forNobody) || P::isCustomerOfTask(&nobody, &forNobody));
     EXPECT_FALSE(P::isSupplierOfTask(nullptr, &scene.tasks[supplies]) || P::isSupplierOfTask(&scene.user, nullptr));
     EXPECT_FALSE(P::isCustomerOfTask(nullptr, &scene.tasks[buys]) || P::isCustomerOfTask(&scene.user, nullptr));
-    EXPECT_FALSE(P::isSupplierOfResource(&nobody, nobody.getCompanyID()) || P::isSupplierOfResource(nullptr, scene.ours));
+    EXPECT_FALSE(P::isSupplierOfResource(&nobody, nobody.getCompanyID()));
+    EXPECT_FALSE(P::isSupplierOfResource(nullptr, scene.ours));
     EXPECT_FALSE(P::isSupplierOfUser(&nobody, &nobody) || P::isSupplierOfUser(&scene.user, nullptr));
     CPermissions permissions;
     permissions.setWriteTasks(access(all));
@@ -286,7 +294,9 @@ TEST(PermissionsTest, InheritanceCutsToTheParent)
         {{{"writeTasks", supplier}, {"readTasks", customer}}, &P::getWriteTasks, customer},
         {{{"writeTasks", all}, {"readTasks", either}}, &P::getWriteTasks, either},
         {{{"writeTasks", supplier}, {"readTasks", all}}, &P::getWriteTasks, supplier},
-        {{{"writeResourceCosts", all}, {"writeResources", all}, {"readResources", all}}, &P::getWriteResourceCost, none},
+        {{{"writeResourceCosts", all}, {"writeResources", all}, {"readResources", all}},
+         &P::getWriteResourceCost,
+         none},
         {{{"writeUsers", all}}, &P::getWriteUsers, all},
         {{{"writeRoles", either}}, &P::getWriteRoles, either},
     };

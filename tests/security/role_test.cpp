@@ -11,11 +11,11 @@ std::string figures(CPermissions const & permissions)
     using P = CPermissions;
     std::string text;
     for (auto const get :
-         {&P::getWriteTasks, &P::getReadTasks, &P::getWriteTaskCosts, &P::getReadTaskCosts, &P::getWriteTaskResources,
-          &P::getReadTaskResources, &P::getWriteTaskRisks, &P::getReadTaskRisks, &P::getWriteTaskRiskCosts,
-          &P::getReadTaskRiskCosts, &P::getWriteTaskReports, &P::getReadTaskReports, &P::getWriteTaskReportCosts,
-          &P::getReadTaskReportCosts, &P::getWriteResource, &P::getReadResource, &P::getWriteResourceCost,
-          &P::getReadResourceCost, &P::getWriteUsers, &P::getWriteRoles})
+         {&P::getWriteTasks,           &P::getReadTasks,           &P::getWriteTaskCosts,   &P::getReadTaskCosts,
+          &P::getWriteTaskResources,   &P::getReadTaskResources,   &P::getWriteTaskRisks,   &P::getReadTaskRisks,
+          &P::getWriteTaskRiskCosts,   &P::getReadTaskRiskCosts,   &P::getWriteTaskReports, &P::getReadTaskReports,
+          &P::getWriteTaskReportCosts, &P::getReadTaskReportCosts, &P::getWriteResource,    &P::getReadResource,
+          &P::getWriteResourceCost,    &P::getReadResourceCost,    &P::getWriteUsers,       &P::getWriteRoles})
         text += static_cast<char>('0' + (permissions.*get)().getEquivalentValue());
     return text;
 }

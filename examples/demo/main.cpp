@@ -1,0 +1,131 @@
+// The demonstration: a small site is planned by a handful of user actions, each through the rules, and the
+// plan is read back with its dates and its critical path.
+
+#include <orvane/schedule.h>
+
+#include <cstdio>
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+namespace
+{
+
+CRulesCheckerContext const user(CRulesCheckerContext::OriginatingClient);
+
+struct Job
+{
+    char const * name;
+    int days;
+};
+
+CString shown(CProjectTime const & time)
+{
+    return time.isValid() ? time.getCTime().Format("%a %d %b %Y %H:%M") : CString("-");
+}
+
+CTaskID newest(CProject const & project)
+{
+    return project.getAllTasks().GetAt(project.getNumberOfTasks() - 1).getID();
+}
+
+// One action adds all jobs; the first starts at the given time, as they all would without links.
+std::vector<CTaskID> addJobs(CProject & project, std::initializer_list<Job> jobs, CProjectTime const & start)
+{
+    CLocalRulesChecker action(&project, user);
+    std::vector<CTaskID> ids;
+    for (Job const & job : jobs)
+    {
+        action.addTaskWithName(job.name, 0);
+        CTaskID const id = newest(project);
+        action.changeTaskDuration(id, CProjectDuration(job.days * 8, 0), true);
+        action.changeTaskStart(id, start);
+        ids.push_back(id);
+    }
+    return ids;
+}
+
+void link(CProject & project, CTaskID const & from, CTaskID const & to, CLinkType const & type)
+{
+    CLocalRulesChecker action(&project, user);
+    action.addLink(from, to, type);
+}
+
+// Moves each task to the first start that its links allow: the tasks stand in the order of their links.
+void schedule(CProject & project, std::vector<CTaskID> const & ids)
+{
+    CLocalRulesChecker action(&project, user);
+    for (CTaskID const & id : ids)
+    {
+        CProjectTime const earliest = project.getEarliestStartFromUpstreamLinks(id);
+        if (earliest.isValid()) action.changeTaskStart(id, earliest);
+    }
+}
+
+void print(CProject const & project, CTaskArray const & tasks, int depth)
+{
+    for (CTask const & task : tasks)
+    {
+        std::string const name = std::string(static_cast<std::size_t>(2 * depth), ' ') + static_cast<char const *>(task.getName());
+        std::printf("%c %-28s %-22s %-22s %5.1f days  %s\n", project.isInCriticalPath(task.getID()) ? '*' : ' ', name.c_str(),
+                    static_cast<char const *>(shown(task.getStartTime())), static_cast<char const *>(shown(task.getEndTime())),
+                    static_cast<double>(task.getDuration().GetTotalMinutes()) / 480.0,
+                    static_cast<char const *>(task.getStatus().getString()));
+        if (task.getSubTasks()) print(project, *task.getSubTasks(), depth + 1);
+    }
+}
+
+void print(CProject const & project, char const * title)
+{
+    std::printf("\n%s\n", title);
+    print(project, project.getAllTasks(), 0);
+}
+
+}  // namespace
+
+int main()
+{
+    CProjectConfig::setShowCriticalPath(1);
+    CProject project(nullptr, false);
+    std::printf("Logged in as %s, who is %s.\n", static_cast<char const *>(project.getCurrentUser()->getName()),
+                static_cast<char const *>(project.getCurrentRole()->getName()));
+
+    std::vector<CTaskID> const ids = addJobs(project,
+                                             {{"Set out the site", 1},
+                                              {"Excavate", 4},
+                                              {"Drain the trench", 2},
+                                              {"Formwork", 3},
+                                              {"Pour the foundation", 2},
+                                              {"Order steel", 12},
+                                              {"Erect the frame", 5}},
+                                             CProjectTime(2027, 3, 1, 9, 0));
+    print(project, "Seven jobs, none linked: all start on Monday.");
+
+    link(project, ids[0], ids[1], CLinkType::FinishToStart);
+    link(project, ids[1], ids[2], CLinkType::StartToStart);
+    link(project, ids[1], ids[3], CLinkType::FinishToStart);
+    link(project, ids[3], ids[4], CLinkType::FinishToStart);
+    link(project, ids[4], ids[6], CLinkType::FinishToStart);
+    link(project, ids[5], ids[6], CLinkType::FinishToStart);
+    schedule(project, ids);
+    print(project, "Linked and moved to the first starts that the links allow; * is on the critical path.");
+
+    {
+        CLocalRulesChecker action(&project, user);
+        action.startTask(ids[0], CProjectTime(2027, 3, 1, 10, 0));
+        action.changeTaskStatus(ids[0], CTaskStatus::Started);
+        std::printf("\nA link back from the frame to the start is %s.\n",
+                    action.addLink(ids[6], ids[0], CLinkType::FinishToStart) ? "taken" : "refused");
+        CLinkArray links;
+        project.getDownstreamLinks(ids[6], links);
+        for (CLink const & circular : links) action.removeLink(circular.getID());
+    }
+    print(project, "The first job began an hour late.");
+
+    CStringArray chain;
+    project.getCriticalPath().getCriticalPathDescription(chain);
+    std::printf("\nThe longest chain takes %.1f working days:\n",
+                static_cast<double>(project.getCriticalPath().getDurationOfCriticalPath().GetTotalMinutes()) / 480.0);
+    for (CString const & line : chain) std::printf("  %s\n", static_cast<char const *>(line));
+    return 0;
+}

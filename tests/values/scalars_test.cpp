@@ -1,0 +1,181 @@
+#include "values/scalars.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <limits>
+#include <type_traits>
+
+namespace
+{
+
+template <class Value>
+void expectFlags(Value const & value, bool valid, bool changed)
+{
+    EXPECT_EQ(value.isValid(), valid);
+    EXPECT_EQ(value.getChanged(), changed);
+}
+
+// The life of a scalar that all of them share; a colour is valid after every assignment.
+template <class Value>
+void expectLife(Value const & given, bool validFromNothing = false)
+{
+    SCOPED_TRACE(std::string(Value::GetThisClass()->getName()));
+    expectFlags(Value(), false, false);
+    expectFlags(given, true, false);
+    Value value;
+    value = given;
+    EXPECT_TRUE(value == given);
+    expectFlags(value, true, true);
+    expectFlags(Value(value), true, false);
+    value.resetChanged();
+    value = Value(value);
+    expectFlags(value, true, true);
+    value = Value();
+    EXPECT_FALSE(value == given);
+    EXPECT_TRUE(value != given);
+    expectFlags(value, validFromNothing, true);
+}
+
+TEST(Scalars, CopiesAreUnchangedAssignmentsAreChanges)
+{
+    expectLife(CProjectBool(true));
+    expectLife(CProjectInt(3));
+    expectLife(CProjectDouble(0.5));
+    expectLife(CProjectString("dig"));
+    expectLife(CProjectColor(0, 128, 255), true);
+}
+
+TEST(ProjectBool, ComparesWithPlainNumbers)
+{
+    CProjectBool const yes(2);
+    EXPECT_EQ(static_cast<int>(yes), 1);
+    EXPECT_TRUE(yes == true && yes != 0 && yes > false && yes > CProjectBool());
+    EXPECT_FALSE(yes == false || yes > yes || CProjectBool().getValue());
+    static_assert(!std::is_constructible_v<CProjectBool, char const *>);
+}
+
+TEST(ProjectInt, ArithmeticStopsAtTheEnds)
+{
+    EXPECT_EQ(CProjectInt().getValue(), -1);
+    CProjectInt number(INT_MAX);
+    EXPECT_EQ((number += 1).getValue(), INT_MAX);
+    EXPECT_EQ((number *= -2).getValue(), INT_MIN);
+    EXPECT_EQ((number -= 1).getValue(), INT_MIN);
+    EXPECT_EQ((-number).getValue(), INT_MAX);
+    EXPECT_EQ((number + number).getValue(), INT_MIN);
+    EXPECT_EQ((CProjectInt(0) - number).getValue(), INT_MAX);
+    EXPECT_EQ((number /= -1).getValue(), INT_MAX);
+    EXPECT_EQ((number /= -10).getValue(), -214748364);
+    EXPECT_EQ((CProjectInt(7) - 9).getValue(), -2);
+}
+
+// What changes in place leaves `valid` alone; what makes a new value makes a valid one.
+TEST(ProjectNumbers, ArithmeticSetsItsFlags)
+{
+    CProjectInt whole;
+    expectFlags(whole += 3, false, true);
+    expectFlags(-whole, true, false);
+    expectFlags(whole + whole, true, false);
+    EXPECT_TRUE(whole > CProjectInt(1));
+
+    CProjectDouble fraction;
+    EXPECT_EQ(fraction.getValue(), -1.0);
+    fraction += 3.0;
+    fraction -= 0.5;
+    fraction *= 4.0;
+    expectFlags(fraction /= 3.0, false, true);
+    EXPECT_DOUBLE_EQ(fraction.getValue(), 2.0);
+    EXPECT_DOUBLE_EQ((fraction - -fraction).getValue(), 4.0);
+    expectFlags(fraction + fraction, true, false);
+}
+
+TEST(ProjectString, EveryWayOfChangingItSetsBothFlags)
+{
+    void (*const changes[])(CProjectString &) = {
+        [](CProjectString & text) { text = CString("a"); },
+        [](CProjectString & text) { text = "a"; },
+        [](CProjectString & text) { text = L"a"; },
+        [](CProjectString & text) { text = 'a'; },
+        [](CProjectString & text) { text += CString("a"); },
+        [](CProjectString & text) { text += "a"; },
+        [](CProjectString & text) { text += 'a'; },
+    };
+    for (auto const change : changes)
+    {
+        CProjectString text;
+        change(text);
+        EXPECT_STREQ(text, "a");
+        expectFlags(text, true, true);
+        text.setValid(false);
+        text.resetChanged();
+        text.SetAt(0, 'b');
+        EXPECT_STREQ(text, "b");
+        expectFlags(text, true, true);
+    }
+}
+
+TEST(ProjectString, ConstructsAndComparesLikeAString)
+{
+    CProjectString const text("aaa");
+    EXPECT_TRUE(text == CProjectString('a', 3) && text == CString(L"aaa") && "aaa" == text);
+    EXPECT_TRUE(text == CProjectString("aaab", 3) && text == CProjectString(L"aaa"));
+    EXPECT_TRUE(text == CProjectString(reinterpret_cast<unsigned char const *>("aaa")));
+    EXPECT_TRUE(text < CProjectString("aab") && text < "b" && text != "aa");
+    EXPECT_TRUE(text + "b" == "aaab" && "b" + text == CString("baaa") && text[2] == 'a');
+    CProjectString twice(text);
+    twice += twice;
+    EXPECT_EQ(twice.GetLength(), 6);
+}
+
+TEST(ProjectColor, NumbersHaveRedInTheLowByte)
+{
+    CProjectColor const color(0x00FF3300UL);
+    EXPECT_FLOAT_EQ(color.red(), 0.0F);
+    EXPECT_FLOAT_EQ(color.green(), 0.2F);
+    EXPECT_FLOAT_EQ(color.blue(), 1.0F);
+    EXPECT_EQ(color, CProjectColor(0, 0x33, 0xFF));
+    EXPECT_EQ(color, static_cast<CColor const &>(color));
+    EXPECT_EQ(static_cast<unsigned long>(CProjectColor()), 0xFFFFFFUL);
+    EXPECT_EQ(static_cast<unsigned long>(CProjectColor(0.5F, 0.25F, 0.999F)), 0xFE3F7FUL);
+}
+
+// A component comes back as it was or one lower, never higher; some do lose that step.
+TEST(ProjectColor, RoundTripMayLoseOneStep)
+{
+    int lost = 0;
+    for (int component = 0; component < 256; ++component)
+    {
+        unsigned long const back = CProjectColor(component, component, component);
+        int const loss = component - static_cast<int>(back & 0xFF);
+        EXPECT_TRUE(loss == 0 || loss == 1) << component;
+        EXPECT_EQ(back, (back & 0xFF) * 0x010101);
+        lost += loss;
+    }
+    EXPECT_GT(lost, 0);
+    EXPECT_LT(lost, 256);
+}
+
+TEST(ProjectColor, ComponentsOutOfRangeAreBounded)
+{
+    float const nan = std::numeric_limits<float>::quiet_NaN();
+    float const infinite = std::numeric_limits<float>::infinity();
+    EXPECT_EQ(static_cast<unsigned long>(CProjectColor(nan, infinite, -infinite)), 0x00FF00UL);
+    EXPECT_EQ(static_cast<unsigned long>(CProjectColor(2.0F, 0.0F, -1.0F)), 0x0100FEUL);
+}
+
+TEST(ProjectStateIndex, KeepsItsAcknowledgement)
+{
+    CProjectStateIndex index(4);
+    EXPECT_TRUE(index.isValid());
+    EXPECT_FALSE(index.getAcknowledged() || CProjectStateIndex().isValid());
+    index.setAcknowledged(true);
+    CProjectStateIndex copy(index);
+    EXPECT_TRUE(copy.getAcknowledged() && copy.isValid() && copy.getValue() == 4);
+    copy.clear();
+    EXPECT_FALSE(copy.getAcknowledged() || copy.isValid() || copy.getValue() != 0);
+    copy = index;
+    EXPECT_TRUE(copy.getAcknowledged() && copy.isValid() && copy == CProjectStateIndex(4));
+}
+
+}  // namespace
