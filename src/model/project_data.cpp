@@ -95,7 +95,8 @@ bool CProjectData::equal(CProjectData const & a, CProjectData const & b)
 
 bool CProjectData::setChanged()
 {
-    for (int each = 0; each < tasks.GetSize(); ++each) tasks.elementForPass(each).resetAllCachedData();
+    if (CTaskCachedData::anyStoresRisk())
+        for (int each = 0; each < tasks.GetSize(); ++each) tasks.elementForPass(each).resetAllCachedData();
     changed = false;
     describe([this](char const *, auto part) { changed |= (this->*part).setChanged(); });
     return changed;

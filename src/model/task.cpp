@@ -125,8 +125,7 @@ CSupplyChain & CTask::getWritableSupplyChain()
 
 CCalendar const & CTask::getCalendar() const
 {
-    static CCalendar const defaultCalendar;
-    if (!project) return defaultCalendar;
+    if (!project) return CCalendar::getStandardCalendar();
     return isValid() ? project->getCalendarInUse(fields.dominantCalendarID) : project->getProjectCalendar();
 }
 

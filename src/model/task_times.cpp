@@ -113,15 +113,9 @@ CProjectDuration CTask::getMinimumDuration() const
 
 void CTask::setDuration(CProjectDuration const & value)
 {
-    if (isKeyDate())
-    {
-        write(fields.duration, CProjectDuration(0));
-    }
-    else if (canChangeDuration() && value.isValid())
-    {
-        CProjectDuration const minimum = getMinimumDuration();
-        write(fields.duration, value > minimum ? value : minimum);
-    }
+    if (isKeyDate()) write(fields.duration, CProjectDuration(0));
+    else if (!canChangeDuration() || !value.isValid()) return;
+    else write(fields.duration, std::max(value, getMinimumDuration()));
     updateCachedData(*this, true);
 }
 
@@ -139,7 +133,7 @@ void CTask::setPlannedStartTime(CProjectTime const & time)
     CProjectTime const plannedEnd = getPlannedEndTime();
     if (time >= plannedEnd) return;
     CProjectTime const limit = getCalendar().subtractDurationFromTime(plannedEnd, getMinimumDuration(), false);
-    write(fields.plannedStartTime, time < limit ? time : limit);
+    movePlannedStart(time < limit ? time : limit);
     setPlannedEndTime(plannedEnd);
     updateCachedData(*this, true);
 }
@@ -156,7 +150,8 @@ void CTask::setPlannedEndTime(CProjectTime const & time)
 
 void CTask::setDurationToEndOfUnmitigatedRisk(CProjectDuration const & target)
 {
-    setDuration(target);
+    if (fields.riskType == CRiskType::Additive && target < CProjectDuration(0)) return;
+    setDuration(CProjectDuration(target.GetTotalSeconds()));
 }
 
 void CTask::setEndOfUnmitigatedRisk(CProjectTime const & time)

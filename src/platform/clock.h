@@ -6,7 +6,8 @@
 namespace orvane
 {
 
-// Where the present moment comes from: seconds since 1 January 1970 00:00 UTC.
+// Where a host without a clock of its own takes the present moment from: seconds since 1 January 1970
+// 00:00 UTC.
 using ClockSource = std::int64_t (*)();
 
 inline std::int64_t systemClock()

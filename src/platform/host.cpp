@@ -1,7 +1,6 @@
 #include "platform/host.h"
 
-#include <chrono>
-
+#include "platform/clock.h"
 #include "platform/terminal_host.h"
 
 namespace
@@ -18,8 +17,7 @@ namespace orvane
 
 std::int64_t IHost::currentTime()
 {
-    using namespace std::chrono;
-    return duration_cast<seconds>(system_clock::now().time_since_epoch()).count();
+    return nowSeconds();
 }
 
 IHost & host()

@@ -1,6 +1,6 @@
 #include "platform/time.h"
 
-#include "platform/clock.h"
+#include "platform/host.h"
 #include "platform/string.h"
 
 #include <ctime>
@@ -48,7 +48,7 @@ CTime::CTime(int year, int month, int day, int hour, int minute, int second, int
 
 CTime CTime::GetCurrentTime()
 {
-    return CTime(orvane::nowSeconds());
+    return CTime(orvane::host().currentTime());
 }
 
 CString CTime::Format(char const * format) const

@@ -25,6 +25,12 @@ CTaskCachedData::CTaskCachedData(CTaskCachedData const & other)
       storedRiskDuration(other.storedRiskDuration),
       storedRiskIDs(other.storedRiskIDs)
 {
+    countStoring(+1);
+}
+
+CTaskCachedData::~CTaskCachedData()
+{
+    countStoring(-1);
 }
 
 CTaskCachedData & CTaskCachedData::operator=(CTaskCachedData const & other)
@@ -36,14 +42,18 @@ CTaskCachedData & CTaskCachedData::operator=(CTaskCachedData const & other)
     summaryEndTime = other.summaryEndTime;
     summaryDuration = other.summaryDuration;
     storedRiskDuration = other.storedRiskDuration;
+    countStoring(-1);
     storedRiskIDs = other.storedRiskIDs;
+    countStoring(+1);
     return *this;
 }
 
 void CTaskCachedData::resetCachedData()
 {
-    if (storedRiskDuration.GetTotalSeconds() != 0) storedRiskDuration = CProjectDuration(0);
-    if (!storedRiskIDs.IsEmpty()) storedRiskIDs.RemoveAll();
+    if (storedRiskIDs.IsEmpty()) return;
+    countStoring(-1);
+    storedRiskDuration = CProjectDuration(0);
+    storedRiskIDs.RemoveAll();
 }
 
 void CTaskCachedData::updateCachedData(CTask & task, bool force)

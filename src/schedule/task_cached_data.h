@@ -17,13 +17,15 @@ public:
 
     // Forgets the risk that other tasks have placed on this one; the next pass places it anew.
     void resetCachedData();
+    // Whether any task of the process has risk placed on it: otherwise there is nothing to forget.
+    static bool anyStoresRisk() { return s_storing > 0; }
 
 protected:
     CTaskCachedData() = default;
     // The parent is not copied: whoever takes the copy in says where it belongs.
     CTaskCachedData(CTaskCachedData const & other);
     CTaskCachedData & operator=(CTaskCachedData const & other);
-    ~CTaskCachedData() = default;
+    ~CTaskCachedData();
 
     // Recomputes what the task's change flag, or `force`, makes due: summary times, then end times; then,
     // in a project, the verdict of the filter, the parent pointers and the risk stored elsewhere.
@@ -53,6 +55,8 @@ protected:
 private:
     void updateSummaryTimes(CTask const & task);
     void updateEndTimes(CTask const & task);
+    // To be called around every change of what is stored.
+    void countStoring(int sign) { s_storing += storedRiskIDs.IsEmpty() ? 0 : sign; }
 
     bool isIncludedByFilter = true;
     CTask const * parent = nullptr;
@@ -64,4 +68,6 @@ private:
     CProjectDuration summaryDuration;
     CProjectDuration storedRiskDuration{0};
     CAssignedRiskIDArray storedRiskIDs;
+
+    static inline int s_storing = 0;
 };

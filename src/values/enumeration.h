@@ -59,8 +59,8 @@ public:
     // The row's initial number, not valid.
     CEnumeration() : value(Self::row.initial) {}
     // Valid, unchanged.
-    template <class Enum>
-        requires std::same_as<Enum, typename Self::Number>
+    template <class Enum, class Complete = Self>
+        requires std::same_as<Enum, typename Complete::Number>
     CEnumeration(Enum number) : CFlagged<Self>(true), value(number)
     {
     }

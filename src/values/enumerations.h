@@ -3,6 +3,7 @@
 #include "values/enumeration.h"
 
 // The numbers of all enumerations stand in files: they never change their meaning.
+// clang-format off
 
 // ---- tasks ----------------------------------------------------------------------------------------
 
@@ -397,3 +398,5 @@ public:
     using CNamedEnumeration::CNamedEnumeration;
     using CNamedEnumeration::operator=;
 };
+
+// clang-format on

@@ -130,39 +130,38 @@ public:
     CProjectString(CProjectString const &) = default;
     CProjectString & operator=(CProjectString const &) = default;
 
-    CProjectString & operator=(CString const & text) { return write([&] { CString::operator=(text); }); }
-    CProjectString & operator=(char const * text) { return write([&] { CString::operator=(text); }); }
-    CProjectString & operator=(wchar_t const * text) { return write([&] { CString::operator=(CString(text)); }); }
+    CProjectString & operator=(CString const & text) { return given(CString::operator=(text)); }
+    CProjectString & operator=(char const * text) { return given(CString::operator=(text)); }
+    CProjectString & operator=(wchar_t const * text) { return given(CString::operator=(CString(text))); }
     template <orvane::Character T>
     CProjectString & operator=(T character)
     {
-        return write([&] { CString::operator=(character); });
+        return given(CString::operator=(character));
     }
-    CProjectString & operator+=(CString const & text) { return write([&] { CString::operator+=(text); }); }
-    CProjectString & operator+=(char const * text) { return write([&] { CString::operator+=(text); }); }
+    CProjectString & operator+=(CString const & text) { return given(CString::operator+=(text)); }
+    CProjectString & operator+=(char const * text) { return given(CString::operator+=(text)); }
     template <orvane::Character T>
     CProjectString & operator+=(T character)
     {
-        return write([&] { CString::operator+=(character); });
+        return given(CString::operator+=(character));
     }
     // Outside the text only the flags are set.
     void SetAt(int index, char character)
     {
-        write([&] { CString::SetAt(index, character); });
+        CString::SetAt(index, character);
+        given(*this);
     }
 
 private:
-    template <class Change>
-    CProjectString & write(Change const & change)
+    CProjectString & given(CString const &)
     {
-        change();
         valid = changed = true;
         return *this;
     }
 };
 
-// A colour of the model. Numbers have red in the low byte, green next, blue above. Turning a number into a
-// colour and back may lose one step of a component: the way back cuts the fraction off.
+// A colour of the model. Numbers have red in the low byte, green next, blue above. A number comes back from
+// its colour unchanged; a colour between two numbers does not, since its fractions are cut off.
 class CProjectColor : public CColor, public orvane::CFlagged<CProjectColor>
 {
 public:

@@ -228,9 +228,9 @@ CCalendarDayType PlainCalendar::dayType(CProjectDate const & date) const
 
 PlainDay const & PlainCalendar::day(CProjectDate const & date) const
 {
-    auto const [place, isNew] = days.try_emplace(date.getDayNumber(), nothing());
-    if (isNew) place->second = PlainDay(dayType(date));
-    return place->second;
+    auto const known = days.find(date.getDayNumber());
+    if (known != days.end()) return known->second;
+    return days.emplace(date.getDayNumber(), PlainDay(dayType(date))).first->second;
 }
 
 CProjectTime PlainCalendar::add(CProjectTime const & time, CProjectDuration const & duration, bool asEndTime) const

@@ -1,0 +1,277 @@
+#include <functional>
+#include <stdexcept>
+
+#include <gtest/gtest.h>
+
+#include "config/project_config.h"
+#include "platform/dialog.h"
+#include "tests/support/plan_builder.h"
+#include "tests/support/recording_host.h"
+
+using namespace orvane;
+
+namespace
+{
+
+CRulesCheckerContext const contexts[] = {CRulesCheckerContext::OriginatingClient, CRulesCheckerContext::TransactionServer,
+                                         CRulesCheckerContext::RecievingClient};
+
+// Notes what it can read of the project at the moment it is told of a change.
+class Watcher : public CModelessDialog
+{
+public:
+    Watcher(CProject const & project, std::function<std::string(CProject const &)> read) : project(project), read(std::move(read)) {}
+    std::vector<std::string> seen;
+
+private:
+    void updateFromModel(bool) override { seen.push_back(read(project)); }
+
+    CProject const & project;
+    std::function<std::string(CProject const &)> read;
+};
+
+std::string flags(CProject const & project)
+{
+    std::string result = project.getChanged() ? "project " : "";
+    if (project.getPresentationData().getChanged()) result += "views ";
+    if (project.getCriticalPathChanged()) result += "path ";
+    for (CTask const & task : project.getAllTasks())
+        if (task.getChanged()) result += std::string(task.getName().view()) + ' ';
+    return result;
+}
+
+TEST(CheckerLife, AnActionRunsFromTheWaitCursorToTheDialogs)
+{
+    for (CRulesCheckerContext const & context : contexts)
+    {
+        CProjectConfig::setShowCriticalPath(1);
+        CRecordingHost desktop;
+        Plan plan({aTask("dig"), aTask("pour")});
+        desktop.updates.clear();
+        int const waits = desktop.waitsBegun;
+        Watcher watcher(plan.project, flags);
+        bool const hasDialogs = !(context == CRulesCheckerContext::TransactionServer);
+        {
+            CLocalRulesChecker rules(&plan.project, context);
+            EXPECT_EQ(CLocalRulesChecker::getNumberOfLocalRulesCheckers(), 1);
+            EXPECT_EQ(desktop.waitsBegun, waits + 1);
+            EXPECT_EQ(desktop.waitsEnded, waits);
+            EXPECT_TRUE(rules.changeTaskName(plan.id("dig"), "excavate"));
+            EXPECT_TRUE(watcher.seen.empty());
+        }
+        EXPECT_EQ(CLocalRulesChecker::getNumberOfLocalRulesCheckers(), 0);
+        EXPECT_EQ(desktop.waitsEnded, waits + 1);
+        EXPECT_EQ(flags(plan.project), "");
+        // An action without a change; one that moves the schedule; one that moves a view.
+        plan.act([](auto &) {}, context);
+        plan.act([&](auto & rules) { rules.changeTaskDuration(plan.id("pour"), 3_d, true); }, context);
+        plan.act([&](auto & rules) { rules.setPrimarySelectedTaskID(plan.id("pour")); }, context);
+        std::vector<std::string> const told{"project excavate ", "", "project path pour ", "views "};
+        EXPECT_EQ(watcher.seen, hasDialogs ? told : std::vector<std::string>());
+        EXPECT_EQ(desktop.updates, std::vector<bool>(hasDialogs ? 4 : 0, false));
+        CProjectConfig::setShowCriticalPath(0);
+    }
+}
+
+TEST(CheckerLife, DerivesWhatTheActionChangedAndOnlyThen)
+{
+    Plan plan({aTask("house").with({aTask("walls").lasting(2_d), aTask("roof")})});
+    auto const end = [&] { return plan["house"].getEndTime(); };
+    plan.act([&](auto & rules) {
+        EXPECT_TRUE(rules.changeTaskDuration(plan.id("roof"), 4_d, true));
+        EXPECT_EQ(plan["roof"].getEndTime(), "01-08 17:00"_t);
+        EXPECT_EQ(end(), "01-06 17:00"_t);
+    });
+    EXPECT_EQ(end(), "01-08 17:00"_t);
+}
+
+TEST(CheckerLife, TheEndOfAnInnerCheckerClearsTheFlagsOfTheOuter)
+{
+    Plan plan({aTask("dig")});
+    Watcher watcher(plan.project, flags);
+    {
+        CLocalRulesChecker outer(&plan.project, CRulesCheckerContext::OriginatingClient);
+        outer.changeTaskName(plan.id("dig"), "excavate");
+        {
+            CLocalRulesChecker inner(&plan.project, CRulesCheckerContext::RecievingClient);
+            EXPECT_EQ(CLocalRulesChecker::getNumberOfLocalRulesCheckers(), 2);
+            inner.changeTaskComments(plan.id("dig"), "deep");
+        }
+        EXPECT_EQ(CLocalRulesChecker::getNumberOfLocalRulesCheckers(), 1);
+    }
+    EXPECT_EQ(watcher.seen, (std::vector<std::string>{"project excavate ", ""}));
+}
+
+TEST(CheckerLife, ClearGivesTheContentOfANewProject)
+{
+    CProjectConfig::setShowCriticalPath(1);
+    Plan plan({aTask("dig")});
+    CUserID const user = plan.project.getCurrentUser()->getID();
+    CProjectID const project = plan.project.getProjectID();
+    Watcher watcher(plan.project, flags);
+    plan.act([&](auto & rules) {
+        rules.setSelectedTaskID(plan.ids({"dig"}));
+        EXPECT_TRUE(rules.clear());
+        EXPECT_TRUE(rules.setState(3));
+        EXPECT_TRUE(rules.rollback());
+    });
+    EXPECT_EQ(digest(plan.project), "");
+    EXPECT_TRUE(plan.project.getSelectedTaskID().IsEmpty());
+    EXPECT_TRUE(plan.project.getPresentationData().getTaskPresentations().IsEmpty());
+    EXPECT_FALSE(plan.project.getProjectID() == project);
+    // The administrator of every project has the same identity.
+    ASSERT_TRUE(plan.project.getCurrentUser());
+    EXPECT_EQ(plan.project.getCurrentUser()->getID(), user);
+    EXPECT_EQ(&plan.project.getCurrentUser()->getActivePermissions(), &plan.project.getAdminRole()->getPermissions());
+    ASSERT_EQ(watcher.seen.size(), 1u);
+    EXPECT_EQ(watcher.seen[0].substr(0, 8), "project ");
+    EXPECT_NE(watcher.seen[0].find("path"), std::string::npos);
+    CProjectConfig::setShowCriticalPath(0);
+}
+
+// ---- refusals ---------------------------------------------------------------------------------------
+
+TEST(CheckerLife, WithoutAProjectEverythingIsRefused)
+{
+    Plan plan({aTask("dig")});
+    CTaskID const id = plan.id("dig");
+    for (CRulesCheckerContext const & context : contexts)
+    {
+        CLocalRulesChecker rules(nullptr, context);
+        CTaskIDArray ids;
+        ids.Add(id);
+        CProjectTime const time = "01-05 09:00"_t;
+        bool const results[] = {
+            rules.clear(), rules.addTaskWithName("x", 2), rules.addTaskWithDuration(1_d, 0), rules.addTaskWithFinish(time, 0, true),
+            rules.changeTaskName(id, "x"), rules.changeTaskStatus(id, CTaskStatus::Go), rules.changeTaskDuration(id, 1_d, false),
+            rules.changeTaskStart(id, time), rules.changeTaskFinish(id, time), rules.changeTaskRiskType(id, CRiskType::Additive),
+            rules.changeTaskDominantCalendar(id, CCalendarID()), rules.changeTaskRiskBuffer(id, true), rules.changeTaskComments(id, "x"),
+            rules.changeTaskConstraint(id, CTaskConstraint()), rules.changeTaskCategory(id, "x"), rules.changeTaskType(id, CTaskType::KeyDate),
+            rules.changeTaskTemplateFlag(id, true), rules.startTask(id, time), rules.finishTask(id, time), rules.clearTasks(ids),
+            rules.removeTasks(ids), rules.addLink(id, id, CLinkType::FinishToStart), rules.changeLink(CLink()), rules.removeLink(CLinkID()),
+            rules.setPrimarySelectedTaskID(id), rules.setSelectedTaskID(ids), rules.setSelectedLinksTasks(CLinkID()), rules.addTaskPresentation(id),
+            rules.setTaskPresentation(id, CTaskPresentation()), rules.removeTaskPresentation(id), rules.removeAllTaskPresentations(plan["dig"])};
+        for (std::size_t each = 0; each < std::size(results); ++each) EXPECT_FALSE(results[each]) << each;
+        rules.deselectTasksThatAreExcludedByFilter();
+        EXPECT_TRUE(rules.setState(0));
+    }
+}
+
+TEST(CheckerLife, AnUnknownTaskIsRefusedWithoutEffect)
+{
+    Plan plan({aTask("dig")});
+    CProjectData const * const before = plan.project.getCopyOfProjectData();
+    for (CTaskID const & id : {CTaskID(), CTaskID::getNULL()})
+    {
+        CProjectTime const time = "01-05 09:00"_t;
+        plan.act([&](CLocalRulesChecker & rules) {
+            bool const results[] = {
+                rules.changeTaskName(id, "x"), rules.changeTaskStatus(id, CTaskStatus::Go), rules.changeTaskDuration(id, 1_d, false),
+                rules.changeTaskStart(id, time), rules.changeTaskFinish(id, time), rules.changeTaskRiskType(id, CRiskType::Additive),
+                rules.changeTaskDominantCalendar(id, CCalendarID()), rules.changeTaskRiskBuffer(id, true), rules.changeTaskComments(id, "x"),
+                rules.changeTaskConstraint(id, CTaskConstraint()), rules.changeTaskCategory(id, "x"),
+                rules.changeTaskType(id, CTaskType::KeyDate), rules.changeTaskTemplateFlag(id, true), rules.startTask(id, time),
+                rules.finishTask(id, time), rules.addLink(plan.id("dig"), id, CLinkType::FinishToStart),
+                rules.addLink(id, plan.id("dig"), CLinkType::FinishToStart)};
+            for (std::size_t each = 0; each < std::size(results); ++each) EXPECT_FALSE(results[each]) << each;
+        });
+    }
+    CProjectData const * const after = plan.project.getCopyOfProjectData();
+    EXPECT_TRUE(*before == *after);
+    delete before;
+    delete after;
+}
+
+TEST(CheckerLife, WhatIsNotAvailableYetSaysSo)
+{
+    Plan plan({aTask("dig")});
+    plan.act([&](CLocalRulesChecker & rules) {
+        IRulesChecker & all = rules;
+        EXPECT_THROW(all.undo(1), std::logic_error);
+        EXPECT_THROW(all.setTasksBaseline(plan.ids({"dig"})), std::logic_error);
+        EXPECT_THROW(all.findNext("x", false, false, false), std::logic_error);
+        try
+        {
+            all.insertBlankTask(plan.id("dig"), CInsertType::Above);
+            FAIL();
+        }
+        catch (std::logic_error const & error)
+        {
+            EXPECT_NE(std::string(error.what()).find("insertBlankTask"), std::string::npos);
+        }
+    });
+}
+
+// ---- the same action elsewhere ----------------------------------------------------------------------
+
+template <class... IDs>
+struct Replay
+{
+    static void collect() { (IDs::setCollectIssuedIDs(true), ...); }
+    static void issue()
+    {
+        (IDs::setCollectIssuedIDs(false), ...);
+        (move<IDs>(), ...);
+        (IDs::setIssueIDs(true), ...);
+    }
+    static int left()
+    {
+        int const count = (0 + ... + IDs::getIDsToIssue().GetSize());
+        (IDs::getIDsToIssue().RemoveAll(), ...);
+        (IDs::setIssueIDs(false), ...);
+        return count;
+    }
+
+private:
+    template <class ID>
+    static void move()
+    {
+        auto const issued = ID::getIssuedIDs();
+        ID::getIDsToIssue().Copy(issued);
+    }
+};
+using ReplayAll = Replay<CTaskID, CLinkID, CSupplyChainID, CTaskCategoryID, CCalendarID, CCalendarDayTypeID, CCompanyID, CUserID, CRoleID>;
+
+TEST(CheckerLife, AnActionReplayedElsewhereGivesTheSameProject)
+{
+    auto const actions = [](CLocalRulesChecker & rules, CProject const & project) {
+        auto const id = [&](int row) { return CTaskID(project.getTask(row)->getID()); };
+        EXPECT_TRUE(rules.addTaskWithName("dig", 2));
+        EXPECT_TRUE(rules.addTaskWithDuration(3_d, 0));
+        EXPECT_TRUE(rules.addTaskWithFinish("01-09 17:00"_t, 1, true));
+        EXPECT_TRUE(rules.addLink(id(2), id(3), CLinkType::FinishToStart));
+        EXPECT_FALSE(rules.addLink(id(3), id(2), CLinkType::FinishToStart));
+        EXPECT_TRUE(rules.changeTaskCategory(id(2), "earth"));
+        CTaskIDArray cleared;
+        cleared.Add(id(3));
+        EXPECT_TRUE(rules.clearTasks(cleared));
+        EXPECT_TRUE(rules.changeTaskName(id(3), "again"));
+        EXPECT_TRUE(rules.addLink(id(2), id(3), CLinkType::StartToStart));
+    };
+    CProject first(nullptr, false);
+    std::unique_ptr<CProjectData> const start(first.getCopyOfProjectData());
+    for (CRulesCheckerContext const & context : contexts)
+    {
+        CRecordingHost desktop;
+        first.setProjectData(start.get());
+        CProject second(*start);
+        second.login("Administrator", "");
+        ReplayAll::collect();
+        {
+            CLocalRulesChecker rules(&first, CRulesCheckerContext::OriginatingClient);
+            actions(rules, first);
+        }
+        ReplayAll::issue();
+        {
+            CLocalRulesChecker rules(&second, context);
+            actions(rules, second);
+        }
+        EXPECT_EQ(ReplayAll::left(), 0) << context.getString();
+        EXPECT_EQ(digest(first), digest(second));
+        std::unique_ptr<CProjectData> const one(first.getCopyOfProjectData());
+        std::unique_ptr<CProjectData> const other(second.getCopyOfProjectData());
+        EXPECT_TRUE(*one == *other) << context.getString();
+    }
+}
+
+}  // namespace
