@@ -229,6 +229,8 @@ private:
     void dropSubTasks();
     CTaskArray const * getSiblings() const;
 
+    CProjectTime withStoredRisk(CProjectTime const & end) const;
+    CProjectTime getEndOfStoredRiskInPass() const;
     CProjectDuration getMinimumDuration() const;
     void movePlannedStart(CProjectTime const & time);
     template <class Current, class Move>

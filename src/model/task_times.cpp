@@ -55,7 +55,21 @@ CProjectTime CTask::getEndOfUnmitigatedRisk() const
 CProjectTime CTask::getEndOfStoredRisk() const
 {
     if (isSummaryTask()) return getEndTime();
-    return getCalendar().addDurationToTime(getEndOfUnmitigatedRisk(), getStoredRiskDurationCached(), true);
+    return withStoredRisk(getEndOfUnmitigatedRisk());
+}
+
+// Adding nothing to an end time leaves it where it is.
+CProjectTime CTask::withStoredRisk(CProjectTime const & end) const
+{
+    CProjectDuration const & stored = getStoredRiskDurationCached();
+    return stored == CProjectDuration(0) ? end : getCalendar().addDurationToTime(end, stored, true);
+}
+
+// A task that this very pass recomputed has its end at hand.
+CProjectTime CTask::getEndOfStoredRiskInPass() const
+{
+    bool const atHand = changed && !isSummaryTask() && isOpen();
+    return atHand ? withStoredRisk(getPlannedEndTimeCached()) : getEndOfStoredRisk();
 }
 
 CProjectDuration CTask::getDurationToEndOfUnmitigatedRisk() const

@@ -3,10 +3,18 @@
 #include "rules/local_rules_checker.h"
 #include "schedule/calendar.h"
 
+namespace
+{
+
+// More than any list on a screen; a number beyond it is a mistake, and would only fill the memory.
+constexpr int mostBlankRows = 65'536;
+
+}  // namespace
+
 void CLocalRulesChecker::insertBlankTasksAtEnd(int count)
 {
     CUser const * const user = project->getCurrentUser();
-    if (!user) return;
+    if (!user || count > mostBlankRows) return;
     for (int each = 0; each < count; ++each)
     {
         CTask & blank = tasks->addTask(project);

@@ -60,7 +60,7 @@ void CTaskCachedData::updateCachedData(CTask & task, bool force)
 {
     if (changed || force)
     {
-        updateSummaryTimes(task);
+        updateSummaryTimes(task, !force);
         updateEndTimes(task);
     }
     if (!task.project) return;
@@ -70,7 +70,7 @@ void CTaskCachedData::updateCachedData(CTask & task, bool force)
     for (int each = 0; each < task.subTasks->GetSize(); ++each) task.subTasks->elementForPass(each).setParentCached(&task);
 }
 
-void CTaskCachedData::updateSummaryTimes(CTask const & task)
+void CTaskCachedData::updateSummaryTimes(CTask const & task, bool inPass)
 {
     makeNotValid(summaryStartTime);
     makeNotValid(summaryEndTime);
@@ -80,7 +80,7 @@ void CTaskCachedData::updateSummaryTimes(CTask const & task)
     {
         if (!child.isValid()) continue;
         CProjectTime const start = child.getStartTime();
-        CProjectTime const end = child.getEndOfStoredRisk();
+        CProjectTime const end = inPass ? child.getEndOfStoredRiskInPass() : child.getEndOfStoredRisk();
         if (!start.isValid() || !end.isValid()) continue;
         if (!summaryStartTime.isValid() || start < summaryStartTime) summaryStartTime = start;
         if (!summaryEndTime.isValid() || end > summaryEndTime) summaryEndTime = end;

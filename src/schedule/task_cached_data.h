@@ -53,7 +53,7 @@ protected:
     bool isQuiet() const { return !touched && !hasSubTasks; }
 
 private:
-    void updateSummaryTimes(CTask const & task);
+    void updateSummaryTimes(CTask const & task, bool inPass);
     void updateEndTimes(CTask const & task);
     // To be called around every change of what is stored.
     void countStoring(int sign) { s_storing += storedRiskIDs.IsEmpty() ? 0 : sign; }
