@@ -75,10 +75,10 @@ void CProject::postSerialize()
         projectData.setupDefaultRoles();
         projectData.setupDefaultUser();
     }
+    projectData.calendar.setProject(this);
     validateTaskPresentations();
     CTaskArray & tasks = projectData.tasks;
     for (int each = 0; each < tasks.GetSize(); ++each) tasks.elementForPass(each).postSerialize(this);
-    projectData.calendar.setProject(this);
     CUserArray & users = projectData.users;
     for (int each = 0; each < users.GetSize(); ++each) users.elementForPass(each).postSerialize(this);
     projectData.setChanged();
@@ -207,6 +207,11 @@ void CProject::clearUnusedTaskCategory(CTaskCategoryID const & id)
 CCalendar const & CProject::getCalendarInUse(CCalendarID const &) const
 {
     // Only the project calendar exists so far: whatever the identifier names, it rules.
+    return projectData.calendar;
+}
+
+CCalendar const & CProject::getActualCalendar(CCalendarID const &) const
+{
     return projectData.calendar;
 }
 

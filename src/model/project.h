@@ -100,6 +100,8 @@ public:
     // use gives way to the one above it.
     CCalendar const & getProjectCalendar() const { return projectData.calendar; }
     CCalendar const & getCalendarInUse(CCalendarID const & id) const;
+    // The calendar of that identifier itself, in use or not.
+    CCalendar const & getActualCalendar(CCalendarID const & id) const;
 
     // The longest chain of linked tasks; see CCriticalPathCachedData.
     CCriticalPathCachedData const & getCriticalPath() const { return criticalPathCache; }

@@ -94,8 +94,11 @@ public:
     CProjectDuration getStoredRiskDuration() const { return getStoredRiskDurationCached(); }
 
     // The ladder of ends, from early to late; the end time for a summary task.
+    CProjectTime getEndExcludingRisk() const;
     CProjectTime getEndOfUnmitigatedRisk() const;
     CProjectTime getEndOfStoredRisk() const;
+    CProjectTime getEndOfBufferedRisk() const;
+    CProjectTime getEndOfMitigatedRisk() const;
     // Working time from the start to these ends; not valid for a blank task.
     CProjectDuration getDurationToEndOfUnmitigatedRisk() const;
     CProjectDuration getDurationToEndOfStoredRisk() const;
@@ -104,6 +107,10 @@ public:
     double getUnconstrainedPercentComplete() const;
     double getPercentComplete() const;
     CProjectTime getTimeOfPercentCompletePoint() const;
+
+    // What is left for a further risk, in whole percent of the duration and in working time; at least 0.
+    int getMaximumAvailableRiskPercent() const;
+    CProjectDuration getMaximumAvailableRiskDuration() const;
 
     // Setters of the schedule. Each does nothing when the task or the value does not allow it.
     // Keeps the planned end and moves the start against it.
@@ -229,6 +236,8 @@ private:
     void dropSubTasks();
     CTaskArray const * getSiblings() const;
 
+    bool makeRiskSubtractive();
+    bool makeRiskAdditive();
     CProjectTime withStoredRisk(CProjectTime const & end) const;
     CProjectTime getEndOfStoredRiskInPass() const;
     CProjectDuration getMinimumDuration() const;

@@ -46,6 +46,23 @@ CProjectDuration CTask::getPlannedDuration() const
 
 // ---- the ladder of ends ---------------------------------------------------------------------------
 
+// No record of a risk exists yet: what risks take off or add is nothing.
+CProjectTime CTask::getEndExcludingRisk() const
+{
+    if (isSummaryTask()) return getEndTime();
+    return getCalendar().subtractDurationFromTime(getEndOfUnmitigatedRisk(), CProjectDuration(0), true);
+}
+
+CProjectTime CTask::getEndOfBufferedRisk() const
+{
+    return getEndOfStoredRisk();
+}
+
+CProjectTime CTask::getEndOfMitigatedRisk() const
+{
+    return getEndOfBufferedRisk();
+}
+
 CProjectTime CTask::getEndOfUnmitigatedRisk() const
 {
     if (isSummaryTask()) return getEndTime();
@@ -178,8 +195,34 @@ void CTask::setEndOfUnmitigatedRisk(CProjectTime const & time)
 bool CTask::setRiskType(CRiskType const & type)
 {
     if (isSummaryTask() || fields.riskType == type) return false;
-    write(fields.riskType, type);
+    return type == CRiskType::Subtractive ? makeRiskSubtractive() : makeRiskAdditive();
+}
+
+// Without assigned risks only the type changes: there is no length that the duration takes in or gives up.
+bool CTask::makeRiskSubtractive()
+{
+    if (fields.riskType != CRiskType::Additive || isSummaryTask()) return false;
+    write(fields.riskType, CRiskType(CRiskType::Subtractive));
     return true;
+}
+
+bool CTask::makeRiskAdditive()
+{
+    if (fields.riskType != CRiskType::Subtractive || isSummaryTask()) return false;
+    write(fields.riskType, CRiskType(CRiskType::Additive));
+    return true;
+}
+
+int CTask::getMaximumAvailableRiskPercent() const
+{
+    return fields.riskType == CRiskType::Subtractive ? 100 : 999;
+}
+
+CProjectDuration CTask::getMaximumAvailableRiskDuration() const
+{
+    if (fields.riskType == CRiskType::Subtractive) return std::max(getDuration(), CProjectDuration(0));
+    auto const normalDay = getCalendar().getNormalDay().getWorkingDuration().GetTotalSeconds();
+    return CProjectDuration(999 * normalDay);
 }
 
 // ---- rescheduling ---------------------------------------------------------------------------------

@@ -216,7 +216,8 @@ std::int64_t CWorkingTime::dayReaching(std::int64_t work) const
 {
     auto const next = std::ranges::lower_bound(special, work, {}, &SpecialDay::workThrough);
     std::int64_t const latest = next != special.end() ? next->day : std::numeric_limits<std::int64_t>::max();
-    if (workInWeek.back() == 0) return latest;
+    // Without work in weeks there is none before the first exception.
+    if (workInWeek.back() == 0) return work > 0 ? latest : std::numeric_limits<std::int64_t>::min();
     std::int64_t const inWeeks = work - specialWorkBefore(static_cast<std::size_t>(next - special.begin()));
     std::int64_t const weeks = floorDiv(inWeeks - 1, workInWeek.back());
     std::int64_t const inWeek = inWeeks - weeks * workInWeek.back();

@@ -1,12 +1,12 @@
-#include <functional>
+#include <memory>
 #include <stdexcept>
 
 #include <gtest/gtest.h>
 
 #include "config/project_config.h"
-#include "platform/dialog.h"
 #include "tests/support/plan_builder.h"
 #include "tests/support/recording_host.h"
+#include "tests/support/watcher.h"
 
 using namespace orvane;
 
@@ -14,21 +14,7 @@ namespace
 {
 
 CRulesCheckerContext const contexts[] = {CRulesCheckerContext::OriginatingClient, CRulesCheckerContext::TransactionServer,
-                                         CRulesCheckerContext::RecievingClient};
-
-// Notes what it can read of the project at the moment it is told of a change.
-class Watcher : public CModelessDialog
-{
-public:
-    Watcher(CProject const & project, std::function<std::string(CProject const &)> read) : project(project), read(std::move(read)) {}
-    std::vector<std::string> seen;
-
-private:
-    void updateFromModel(bool) override { seen.push_back(read(project)); }
-
-    CProject const & project;
-    std::function<std::string(CProject const &)> read;
-};
+                                         CRulesCheckerContext::ReceivingClient};
 
 std::string flags(CProject const & project)
 {
@@ -49,7 +35,7 @@ TEST(CheckerLife, AnActionRunsFromTheWaitCursorToTheDialogs)
         Plan plan({aTask("dig"), aTask("pour")});
         desktop.updates.clear();
         int const waits = desktop.waitsBegun;
-        Watcher watcher(plan.project, flags);
+        Watcher watcher([&] { return flags(plan.project); });
         bool const hasDialogs = !(context == CRulesCheckerContext::TransactionServer);
         {
             CLocalRulesChecker rules(&plan.project, context);
@@ -88,12 +74,12 @@ TEST(CheckerLife, DerivesWhatTheActionChangedAndOnlyThen)
 TEST(CheckerLife, TheEndOfAnInnerCheckerClearsTheFlagsOfTheOuter)
 {
     Plan plan({aTask("dig")});
-    Watcher watcher(plan.project, flags);
+    Watcher watcher([&] { return flags(plan.project); });
     {
         CLocalRulesChecker outer(&plan.project, CRulesCheckerContext::OriginatingClient);
         outer.changeTaskName(plan.id("dig"), "excavate");
         {
-            CLocalRulesChecker inner(&plan.project, CRulesCheckerContext::RecievingClient);
+            CLocalRulesChecker inner(&plan.project, CRulesCheckerContext::ReceivingClient);
             EXPECT_EQ(CLocalRulesChecker::getNumberOfLocalRulesCheckers(), 2);
             inner.changeTaskComments(plan.id("dig"), "deep");
         }
@@ -108,7 +94,7 @@ TEST(CheckerLife, ClearGivesTheContentOfANewProject)
     Plan plan({aTask("dig")});
     CUserID const user = plan.project.getCurrentUser()->getID();
     CProjectID const project = plan.project.getProjectID();
-    Watcher watcher(plan.project, flags);
+    Watcher watcher([&] { return flags(plan.project); });
     plan.act([&](auto & rules) {
         rules.setSelectedTaskID(plan.ids({"dig"}));
         EXPECT_TRUE(rules.clear());
@@ -160,7 +146,7 @@ TEST(CheckerLife, WithoutAProjectEverythingIsRefused)
 TEST(CheckerLife, AnUnknownTaskIsRefusedWithoutEffect)
 {
     Plan plan({aTask("dig")});
-    CProjectData const * const before = plan.project.getCopyOfProjectData();
+    std::unique_ptr<CProjectData> const before(plan.project.getCopyOfProjectData());
     for (CTaskID const & id : {CTaskID(), CTaskID::getNULL()})
     {
         CProjectTime const time = "01-05 09:00"_t;
@@ -176,10 +162,8 @@ TEST(CheckerLife, AnUnknownTaskIsRefusedWithoutEffect)
             for (std::size_t each = 0; each < std::size(results); ++each) EXPECT_FALSE(results[each]) << each;
         });
     }
-    CProjectData const * const after = plan.project.getCopyOfProjectData();
+    std::unique_ptr<CProjectData> const after(plan.project.getCopyOfProjectData());
     EXPECT_TRUE(*before == *after);
-    delete before;
-    delete after;
 }
 
 TEST(CheckerLife, WhatIsNotAvailableYetSaysSo)

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
+#include <climits>
 #include <random>
 #include <string>
 #include <vector>
@@ -245,8 +247,8 @@ public:
         {
         case 0: return CProjectDuration(below(3) * 60L);
         case 1: return CProjectDuration(-below(2000) * 60L);
-        case 2: return CProjectDuration(below(1'000'000) * 60L);
-        case 3: return oneIn(10) ? CProjectDuration(INT32_MAX) : CProjectDuration();
+        case 2: return CProjectDuration(below(oneIn(10) ? 1'000'000 : 100'000) * 60L);
+        case 3: return oneIn(100) ? CProjectDuration(INT32_MAX) : CProjectDuration();
         case 4:
         case 5: return CProjectDuration(below(40) * 480 * 60L);
         default: return CProjectDuration(below(oneIn(3) ? 20'000 : 1500) * 60L);
@@ -279,7 +281,7 @@ class AgainstThePlainForm : public testing::TestWithParam<Window>
 
 TEST_P(AgainstThePlainForm, EveryAnswerIsTheSame)
 {
-    constexpr int calendars = 50, questions = 120;
+    constexpr int calendars = 100;
     auto const seed = static_cast<unsigned>(std::chrono::steady_clock::now().time_since_epoch().count());
     SCOPED_TRACE("seed " + std::to_string(seed));
     ZoneScope const zone(GetParam().zone);
@@ -296,6 +298,10 @@ TEST_P(AgainstThePlainForm, EveryAnswerIsTheSame)
         chance.fill(master, day);
         CCalendar const & calendar = chance.oneIn(5) ? master : own;
         PlainCalendar const plain(calendar, master);
+        // Where weeks gain nothing the plain form walks to the end of time.
+        long minutesOfWeek = 0;
+        for (int each = 0; each < 7; ++each) minutesOfWeek += PlainDay(plain.dayType(CProjectDate(2010, 1, each))).workingMinutes();
+        int const questions = minutesOfWeek > 0 ? 120 : 4;
         for (int question = 0; question < questions; ++question)
         {
             CProjectTime const time = chance.timeNear(day);

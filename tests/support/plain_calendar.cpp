@@ -22,14 +22,6 @@ CProjectTime compose(CProjectDate const & date, CProjectTimeOfDay const & t)
     return date + (t.isValid() ? t : CProjectTimeOfDay(0, 0));
 }
 
-// The next date in a direction; none where dates end.
-std::optional<CProjectDate> neighbour(CProjectDate const & date, int step)
-{
-    CProjectDate const next = date + step;
-    if (next == date) return {};
-    return next;
-}
-
 }  // namespace
 
 // ---- one day --------------------------------------------------------------------------------------
@@ -180,50 +172,70 @@ long PlainDay::between(CProjectTimeOfDay a, CProjectTimeOfDay b) const
 namespace
 {
 
-std::optional<CCalendarDayType> named(CCalendar const & calendar, CCalendarDayTypeID const & id)
+CCalendarDayType const * named(CCalendar const & calendar, CCalendarDayTypeID const & id)
 {
     for (CCalendarDayType const & dayType : calendar.getCalendarDayTypes())
-        if (dayType.getID() == id) return dayType;
-    return {};
+        if (dayType.getID() == id) return &dayType;
+    return nullptr;
 }
 
-std::optional<CCalendarDayType> exceptional(CCalendar const & calendar, CProjectDate const & date)
+CCalendarDayType const * exceptional(CCalendar const & calendar, CProjectDate const & date)
 {
     for (CCalendarException const & exception : calendar.getCalendarDayExceptions())
         if (exception.getDate().compare(date) == 0) return named(calendar, exception.getCalendarDayTypeID());
-    return {};
+    return nullptr;
 }
 
-bool isKind(CCalendarDayType const & dayType, int kind)
+bool isNormal(CCalendarDayType const & dayType)
 {
-    return dayType.getDayType().getEquivalentValue() == kind;
+    return dayType.getDayType().getEquivalentValue() == 1;
 }
 
-// A day type such as a lookup that fails answers.
-CCalendarDayType nothing()
-{
-    return CCalendarDayType(CCalendarDayTypeID::getNULL());
-}
+// What a lookup that fails answers.
+CCalendarDayType const nothing(CCalendarDayTypeID::getNULL());
 
-CCalendarDayType normalDay(CCalendar const & calendar)
+CCalendarDayType const & normalDay(CCalendar const & calendar)
 {
-    if (!calendar.getNormalDayInUse().getValue()) return nothing();
+    if (!calendar.getNormalDayInUse().getValue()) return nothing;
     for (CCalendarDayType const & dayType : calendar.getCalendarDayTypes())
-        if (isKind(dayType, 1)) return dayType;
-    return nothing();
+        if (isNormal(dayType)) return dayType;
+    return nothing;
 }
 
 }  // namespace
 
-CCalendarDayType PlainCalendar::dayType(CProjectDate const & date) const
+CCalendarDayType const & PlainCalendar::dayType(CProjectDate const & date) const
 {
-    bool const isMaster = calendar.getID() == master.getID();
-    std::optional<CCalendarDayType> found = isMaster ? std::nullopt : exceptional(master, date);
+    CCalendarDayType const * found = calendar.getID() == master.getID() ? nullptr : exceptional(master, date);
     if (found) return *found;
     found = exceptional(calendar, date);
     if (!found) found = named(calendar, calendar.getCalendarWeek().getDay(date.GetDayOfWeek()));
-    if (!found) return nothing();
-    return isKind(*found, 1) && !calendar.getNormalDayInUse().getValue() ? normalDay(master) : *found;
+    if (!found) return nothing;
+    return isNormal(*found) && !calendar.getNormalDayInUse().getValue() ? normalDay(master) : *found;
+}
+
+PlainCalendar::PlainCalendar(CCalendar const & calendar, CCalendar const & master) : calendar(calendar), master(master)
+{
+    for (int each = 1; each <= 7; ++each)
+    {
+        CCalendarDayType const * weekday = named(calendar, calendar.getCalendarWeek().getDay(each));
+        weekHasBlocks = weekHasBlocks || (weekday && (isNormal(*weekday) || weekday->getNumberOfTimeBlocks() > 0));
+    }
+    for (auto const * exceptions : {&calendar.getCalendarDayExceptions(), &master.getCalendarDayExceptions()})
+        for (CCalendarException const & exception : *exceptions)
+        {
+            firstException = std::min(firstException, exception.getDate().getDayNumber());
+            lastException = std::max(lastException, exception.getDate().getDayNumber());
+        }
+}
+
+// None where dates end, nor where neither the week nor an exception ahead can have blocks.
+std::optional<CProjectDate> PlainCalendar::neighbour(CProjectDate const & date, int step) const
+{
+    CProjectDate const next = date + step;
+    bool const isAnyAhead = step > 0 ? next.getDayNumber() <= lastException : next.getDayNumber() >= firstException;
+    if (next == date || !(weekHasBlocks || isAnyAhead)) return {};
+    return next;
 }
 
 PlainDay const & PlainCalendar::day(CProjectDate const & date) const

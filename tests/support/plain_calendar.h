@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
@@ -38,9 +39,9 @@ struct PlainDay
 class PlainCalendar
 {
 public:
-    PlainCalendar(CCalendar const & calendar, CCalendar const & master) : calendar(calendar), master(master) {}
+    PlainCalendar(CCalendar const & calendar, CCalendar const & master);
 
-    CCalendarDayType dayType(CProjectDate const & date) const;
+    CCalendarDayType const & dayType(CProjectDate const & date) const;
 
     CProjectTime add(CProjectTime const & time, CProjectDuration const & duration, bool asEndTime) const;
     CProjectTime subtract(CProjectTime const & time, CProjectDuration const & duration, bool asEndTime) const;
@@ -56,10 +57,14 @@ private:
     using Search = CProjectTimeOfDay (PlainDay::*)(CProjectTimeOfDay const &) const;
 
     PlainDay const & day(CProjectDate const & date) const;
+    std::optional<CProjectDate> neighbour(CProjectDate const & date, int step) const;
     CProjectTime search(CProjectTime const & time, Search search, int step) const;
 
     CCalendar const & calendar;
     CCalendar const & master;
+    bool weekHasBlocks = false;
+    std::int64_t firstException = INT64_MAX;
+    std::int64_t lastException = INT64_MIN;
     // Every day is looked up once: both calendars must stay as they are.
     mutable std::unordered_map<std::int64_t, PlainDay> days;
 };

@@ -1,0 +1,342 @@
+#include <functional>
+
+#include <gtest/gtest.h>
+
+#include "config/project_config.h"
+#include "tests/support/clock_scope.h"
+#include "tests/support/plan_builder.h"
+#include "tests/support/watcher.h"
+
+using namespace orvane;
+
+namespace
+{
+
+using Rule = std::function<bool(CLocalRulesChecker &, CTaskID const &)>;
+
+CTaskStatus status(int number)
+{
+    CTaskStatus result;
+    result = number;
+    return result;
+}
+
+CString repeated(char character, int count)
+{
+    return CString(character, count);
+}
+
+// One rule on one task of each kind: what it answers, by the order of `kinds`, and what it did to a plain task.
+std::vector<TaskSpec> kinds()
+{
+    return {aTask("plain").from("01-06 09:00"_t).lasting(2_d),
+            aBlank("blank"),
+            aTask("summary").with({aTask("child").from("01-06 09:00"_t)}),
+            aTask("key date").keyDate(),
+            aTask("started").started("01-06 10:00"_t).lasting(2_d),
+            aTask("finished").finished("01-06 10:00"_t, "01-07 12:00"_t),
+            aTask("constrained").constrained()};
+}
+
+class TaskRules : public testing::Test
+{
+protected:
+    // Wednesday afternoon: a blank task that becomes real starts on the day's morning and lasts a day.
+    ClockScope clock{"01-07 15:30"_t};
+    Plan plan{kinds()};
+
+    bool act(std::string const & name, Rule const & rule)
+    {
+        CTaskID const id = plan.id(name);
+        return plan.act([&](auto & rules) { return rule(rules, id); });
+    }
+    // The answers as a string of + and -, for each kind in a plan of its own.
+    static std::string answers(Rule const & rule)
+    {
+        std::string result;
+        for (TaskSpec const & kind : kinds())
+        {
+            Plan one(kinds());
+            CTaskID const id = one.id(kind.name);
+            result += one.act([&](auto & rules) { return rule(rules, id); }) ? '+' : '-';
+        }
+        return result;
+    }
+    std::string line(std::string const & name) const
+    {
+        std::string const all = digest(plan.project);
+        auto const first = all.find(name + ": ");
+        return all.substr(first + name.size() + 2, all.find('\n', first) - first - name.size() - 2);
+    }
+};
+
+TEST_F(TaskRules, EachRefusesTheKindsOfTaskItCannotChange)
+{
+    struct
+    {
+        char const * name;
+        Rule rule;
+        char const * answers;  // plain, blank, summary, key date, started, finished, constrained
+    } const cases[] = {
+        {"name", [](auto & r, auto & id) { return r.changeTaskName(id, "x"); }, "+++++++"},
+        {"comments", [](auto & r, auto & id) { return r.changeTaskComments(id, "x"); }, "+++++++"},
+        {"template", [](auto & r, auto & id) { return r.changeTaskTemplateFlag(id, true); }, "+-+++++"},
+        {"category", [](auto & r, auto & id) { return r.changeTaskCategory(id, "x"); }, "+-+++++"},
+        {"hold", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(1)); }, "++--+++"},
+        {"go", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(4)); }, "++--+++"},
+        {"to started", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(6)); }, "----++-"},
+        {"to finished", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(7)); }, "-----+-"},
+        {"no status", [](auto & r, auto & id) { return r.changeTaskStatus(id, CTaskStatus()); }, "-------"},
+        {"duration", [](auto & r, auto & id) { return r.changeTaskDuration(id, 3_d, true); }, "++----+"},
+        {"duration to the end", [](auto & r, auto & id) { return r.changeTaskDuration(id, 3_d, false); }, "++----+"},
+        {"start", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-08 10:00"_t); }, "++-+---"},
+        {"start at night", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-08 08:59"_t); }, "-------"},
+        {"start at the end", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-08 17:00"_t); }, "-------"},
+        {"finish", [](auto & r, auto & id) { return r.changeTaskFinish(id, "01-08 10:00"_t); }, "++-+---"},
+        {"finish at the start", [](auto & r, auto & id) { return r.changeTaskFinish(id, "01-08 09:00"_t); }, "-------"},
+        {"no finish", [](auto & r, auto & id) { return r.changeTaskFinish(id, "?"_t); }, "-------"},
+        {"risk type", [](auto & r, auto & id) { return r.changeTaskRiskType(id, CRiskType::Additive); }, "+-----+"},
+        {"risk type in force", [](auto & r, auto & id) { return r.changeTaskRiskType(id, CRiskType::Subtractive); }, "-------"},
+        {"calendar", [](auto & r, auto & id) { return r.changeTaskDominantCalendar(id, CCalendarID()); }, "+--+--+"},
+        {"buffer", [](auto & r, auto & id) { return r.changeTaskRiskBuffer(id, true); }, "+-----+"},
+        {"no buffer", [](auto & r, auto & id) { return r.changeTaskRiskBuffer(id, false); }, "-------"},
+        {"constraint",
+         [](auto & r, auto & id) { return r.changeTaskConstraint(id, CTaskConstraint(CTaskConstraintType::CannotReschedule)); },
+         "+--+--+"},
+        {"type", [](auto & r, auto & id) { return r.changeTaskType(id, CTaskType::KeyDate); }, "+--+--+"},
+        {"start work", [](auto & r, auto & id) { return r.startTask(id, "01-07 09:00"_t); }, "+--+-++"},
+        {"finish work", [](auto & r, auto & id) { return r.finishTask(id, "01-07 12:00"_t); }, "+--++-+"},
+    };
+    for (auto const & each : cases)
+    {
+
+        EXPECT_EQ(answers(each.rule), each.answers) << each.name;
+    }
+}
+
+// ---- texts ------------------------------------------------------------------------------------------
+
+TEST_F(TaskRules, TextsHaveLimits)
+{
+    struct
+    {
+        CString text;
+        bool asName, asComments;
+    } const cases[] = {
+        {"", true, true},
+        {repeated('n', 1024), true, true},
+        {repeated('n', 1025), false, true},
+        {repeated('c', 8192), false, true},
+        {repeated('c', 8193), false, false},
+        {CString("\xC3\xA4") + repeated('n', 1023), false, true},
+        {"two\nlines", false, true},
+    };
+    for (auto const & each : cases)
+    {
+        EXPECT_EQ(act("plain", [&](auto & r, auto & id) { return r.changeTaskComments(id, each.text); }), each.asComments);
+        CString const kept = plan.project.getTask(0)->getName();
+        CTaskID const id = plan.project.getTask(0)->getID();
+        EXPECT_EQ(plan.act([&](auto & r) { return r.changeTaskName(id, each.text); }), each.asName) << each.text.GetLength();
+        EXPECT_EQ(plan.project.getTask(0)->getName(), each.asName ? each.text : kept);
+        plan.act([&](auto & r) { return r.changeTaskName(id, "plain"); });
+    }
+    for (int code = 0; code < 256; ++code)
+    {
+        char const character = static_cast<char>(code);
+        CString const text("a" + CString(character) + "b");
+        bool const refused = (code >= 1 && code <= 8) || code == 16;
+        EXPECT_EQ(act("plain", [&](auto & r, auto & id) { return r.changeTaskComments(id, text); }), !refused) << code;
+        EXPECT_EQ(act("summary", [&](auto & r, auto & id) { return r.changeTaskName(id, text) && r.changeTaskName(id, "summary"); }),
+                  !refused && code != 10) << code;
+    }
+}
+
+TEST_F(TaskRules, ARefusedTextLeavesABlankTaskBlank)
+{
+    EXPECT_FALSE(act("blank", [](auto & r, auto & id) { return r.changeTaskName(id, "two\nlines"); }));
+    EXPECT_FALSE(plan["blank"].isValid());
+    EXPECT_TRUE(act("blank", [](auto & r, auto & id) { return r.changeTaskName(id, "blank"); }));
+    EXPECT_EQ(line("blank"), "01-07 09:00 > 01-07 17:00 1d");
+}
+
+// ---- what makes the critical path due ---------------------------------------------------------------
+
+TEST_F(TaskRules, TheCriticalPathIsDueAfterSomeRulesOnly)
+{
+    struct
+    {
+        char const * name;
+        Rule rule;
+        bool dueForPlain, dueForBlank;
+    } const cases[] = {
+        {"name", [](auto & r, auto & id) { return r.changeTaskName(id, "x"); }, false, true},
+        {"comments", [](auto & r, auto & id) { return r.changeTaskComments(id, "x"); }, false, true},
+        {"status", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(4)); }, true, true},
+        {"same status", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(1)); }, false, true},
+        {"duration", [](auto & r, auto & id) { return r.changeTaskDuration(id, 2_d, true); }, true, true},
+        {"start", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-08 10:00"_t); }, false, true},
+        {"refused start", [](auto & r, auto & id) { return !r.changeTaskStart(id, "?"_t); }, false, true},
+        {"finish", [](auto & r, auto & id) { return r.changeTaskFinish(id, "01-08 10:00"_t); }, false, true},
+        {"start work", [](auto & r, auto & id) { return r.startTask(id, "01-08 10:00"_t) || true; }, false, false},
+        {"finish work", [](auto & r, auto & id) { return r.finishTask(id, "01-08 10:00"_t) || true; }, false, false},
+        {"type", [](auto & r, auto & id) { return r.changeTaskType(id, CTaskType::KeyDate) || true; }, false, false},
+    };
+    CProjectConfig::setShowCriticalPath(1);
+    for (auto const & each : cases)
+    {
+        for (bool const blank : {false, true})
+        {
+            Plan one(kinds());
+            CTaskID const id = one.id(blank ? "blank" : "plain");
+            Watcher watcher([&] { return one.project.getCriticalPathChanged() ? "due" : "not due"; });
+            EXPECT_TRUE(one.act([&](auto & rules) { return each.rule(rules, id); })) << each.name;
+            EXPECT_EQ(watcher.seen.back(), (blank ? each.dueForBlank : each.dueForPlain) ? "due" : "not due") << each.name << blank;
+        }
+    }
+    CProjectConfig::setShowCriticalPath(0);
+}
+
+// ---- times ------------------------------------------------------------------------------------------
+
+TEST_F(TaskRules, TimesMoveAgainstEachOther)
+{
+    struct
+    {
+        char const * name;
+        char const * task;
+        Rule rule;
+        char const * after;
+    } const cases[] = {
+        // "plain" is Tuesday 01-06 09:00 to Wednesday 01-07 17:00.
+        {"longer", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, 4_d, true); }, "01-06 09:00 > 01-09 17:00 4d"},
+        {"longer backward", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, 4_d, false); }, "01-02 09:00 > 01-07 17:00 4d"},
+        {"shorter backward", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, 30_m, false); }, "01-07 16:30 > 01-07 17:00 30m"},
+        {"least", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, 0_m, true); }, "01-06 09:00 > 01-06 09:01 1m"},
+        {"not valid", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, CProjectDuration(), true); }, "01-06 09:00 > 01-06 09:01 1m"},
+        {"start", "plain", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-09 16:00"_t); }, "01-09 16:00 > 01-13 16:00 2d"},
+        {"same start", "plain", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-06 09:00"_t); }, "01-06 09:00 > 01-07 17:00 2d"},
+        {"finish", "plain", [](auto & r, auto & id) { return r.changeTaskFinish(id, "01-12 11:00"_t); }, "01-08 11:00 > 01-12 11:00 2d"},
+        {"blank start", "blank", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-14 10:00"_t); }, "01-14 10:00 > 01-15 10:00 1d"},
+        {"blank finish", "blank", [](auto & r, auto & id) { return r.changeTaskFinish(id, "01-14 10:00"_t); }, "01-13 10:00 > 01-14 10:00 1d"},
+        {"blank duration", "blank", [](auto & r, auto & id) { return r.changeTaskDuration(id, 2_d, false); }, "01-06 09:00 > 01-07 17:00 2d"},
+        {"blank, refused", "blank", [](auto & r, auto & id) { return !r.changeTaskStart(id, "01-10 10:00"_t); }, "01-07 09:00 > 01-07 17:00 1d"},
+        {"key date", "key date", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-14 10:00"_t); }, "01-14 10:00 > 01-14 10:00 0, key date"},
+    };
+    for (auto const & each : cases)
+    {
+        Plan fresh(kinds());
+        CTaskID const id = fresh.id(each.task);
+        EXPECT_TRUE(fresh.act([&](auto & rules) { return each.rule(rules, id); })) << each.name;
+        std::string const all = digest(fresh.project);
+        EXPECT_NE(all.find(std::string(each.task) + ": " + each.after + "\n"), std::string::npos) << each.name << '\n' << all;
+    }
+}
+
+// ---- status and progress ----------------------------------------------------------------------------
+
+TEST_F(TaskRules, AStartOrFinishPreparesTheStatusThatFollows)
+{
+    EXPECT_TRUE(act("plain", [](auto & r, auto & id) {
+        return !r.changeTaskStatus(id, status(6)) && r.startTask(id, "01-07 11:00"_t) && r.changeTaskStatus(id, status(6));
+    }));
+    EXPECT_EQ(plan["plain"].getPredictedFinishTime(), "01-09 11:00"_t);
+    EXPECT_EQ(line("plain"), "01-07 11:00 > 01-09 11:00 2d, Started");
+    EXPECT_FALSE(act("plain", [](auto & r, auto & id) { return r.startTask(id, "01-07 12:00"_t); }));
+
+    // Back to planning: the actual times are gone.
+    EXPECT_TRUE(act("plain", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(4)); }));
+    EXPECT_EQ(line("plain"), "01-06 09:00 > 01-07 17:00 2d, Go");
+    for (CProjectTime const & time :
+         {plan["plain"].getActualStartTime(), plan["plain"].getPredictedFinishTime(), plan["plain"].getActualFinishTime()})
+        EXPECT_FALSE(time.isValid());
+
+    // What is finished can be started again, and forgets its finish.
+    EXPECT_TRUE(act("finished", [](auto & r, auto & id) { return r.startTask(id, "01-08 09:00"_t); }));
+    EXPECT_FALSE(plan["finished"].getActualFinishTime().isValid());
+    // Its length was that of its actual times, one day and two hours.
+    EXPECT_EQ(plan["finished"].getPredictedFinishTime(), "01-09 11:00"_t);
+}
+
+TEST_F(TaskRules, AFinishLiesBehindTheStart)
+{
+    struct
+    {
+        char const * task;
+        CProjectTime time;
+        char const * times;  // actual start > predicted finish > actual finish
+    } const cases[] = {
+        {"plain", "01-08 12:00"_t, "01-06 09:00 > 01-07 17:00 > 01-08 12:00"},
+        {"plain", "01-10 12:00"_t, "01-06 09:00 > 01-07 17:00 > 01-12 09:01"},
+        {"plain", "01-08 09:00"_t, "01-06 09:00 > 01-07 17:00 > 01-08 09:01"},
+        {"plain", "01-06 09:01"_t, "01-06 09:00 > 01-07 17:00 > 01-06 09:01"},
+        {"plain", "01-06 09:00"_t, "01-02 09:00 > 01-07 17:00 > 01-06 09:01"},
+        {"plain", "01-05 12:00"_t, "01-01 12:00 > 01-07 17:00 > 01-05 12:00"},
+        {"started", "01-05 12:00"_t, "01-06 10:00 > 01-08 10:00 > 01-06 10:01"},
+        {"started", "01-07 12:00"_t, "01-06 10:00 > 01-08 10:00 > 01-07 12:00"},
+        {"key date", "01-05 12:00"_t, "01-05 09:00 > 01-05 09:00 > 01-05 12:00"},
+    };
+    for (auto const & each : cases)
+    {
+        Plan fresh(kinds());
+        CTaskID const id = fresh.id(each.task);
+        EXPECT_TRUE(fresh.act([&](auto & rules) { return rules.finishTask(id, each.time); }));
+        CTask const & task = fresh[each.task];
+        EXPECT_EQ(text(task.getActualStartTime()) + " > " + text(task.getPredictedFinishTime()) + " > " + text(task.getActualFinishTime()),
+                  each.times) << each.task << ' ' << text(each.time);
+        bool const canBeFinished = !task.isKeyDate();
+        EXPECT_EQ(fresh.act([&](auto & rules) { return rules.changeTaskStatus(id, status(7)); }), canBeFinished);
+    }
+}
+
+// ---- kinds and flags --------------------------------------------------------------------------------
+
+TEST_F(TaskRules, ATypeTakesEffectBeforeItsChecks)
+{
+    auto const toKeyDate = [](auto & r, auto & id) { return r.changeTaskType(id, CTaskType::KeyDate); };
+    auto const toNormal = [](auto & r, auto & id) { return r.changeTaskType(id, CTaskType::Normal); };
+    EXPECT_TRUE(act("plain", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(3)); }));
+    EXPECT_TRUE(act("plain", toNormal));
+    EXPECT_EQ(line("plain"), "01-06 09:00 > 01-07 17:00 2d, Ready");
+    EXPECT_TRUE(act("plain", toKeyDate));
+    EXPECT_EQ(line("plain"), "01-06 09:00 > 01-06 09:00 0, Ready, key date");
+    EXPECT_TRUE(act("plain", toNormal));
+    EXPECT_EQ(line("plain"), "01-06 09:00 > 01-06 17:00 1d");
+    EXPECT_TRUE(act("plain", [](auto & r, auto & id) { return r.changeTaskRiskBuffer(id, true); }));
+    EXPECT_FALSE(act("plain", toKeyDate));
+    EXPECT_EQ(line("plain"), "01-06 09:00 > 01-06 17:00 1d, key date, buffer");
+}
+
+TEST_F(TaskRules, NoLongerABufferDropsWhatWasFlaggedBefore)
+{
+    act("plain", [](auto & r, auto & id) { return r.changeTaskRiskBuffer(id, true); });
+    CTask const & task = plan["plain"];
+    plan.act([&](auto & rules) {
+        rules.changeTaskName(task.getID(), "plainer");
+        EXPECT_TRUE(task.getName().getChanged());
+        EXPECT_TRUE(rules.changeTaskRiskBuffer(task.getID(), false));
+        EXPECT_FALSE(task.getName().getChanged());
+        EXPECT_TRUE(task.getRiskBuffer().getChanged());
+    });
+}
+
+TEST_F(TaskRules, CategoriesLiveAsLongAsATaskIsInThem)
+{
+    auto const into = [&](char const * task, char const * name) {
+        EXPECT_TRUE(act(task, [&](auto & r, auto & id) { return r.changeTaskCategory(id, name); }));
+        std::string all;
+        for (CTaskCategory const & category : plan.project.getTaskCategories()) all += std::string(category.getName().view()) + ' ';
+        return all;
+    };
+    EXPECT_EQ(into("plain", "earth"), "earth ");
+    EXPECT_EQ(into("child", "earth"), "earth ");
+    EXPECT_EQ(plan["plain"].getCategoryID(), plan["child"].getCategoryID());
+    EXPECT_EQ(into("plain", "steel"), "earth steel ");
+    EXPECT_EQ(into("child", "steel"), "steel ");
+    EXPECT_EQ(into("child", "steel"), "steel ");
+    EXPECT_EQ(into("child", ""), "steel ");
+    EXPECT_TRUE(plan["child"].getCategoryID().isNULL());
+    EXPECT_EQ(into("child", ""), "steel ");
+    EXPECT_EQ(into("plain", ""), "");
+}
+
+}  // namespace
