@@ -104,13 +104,18 @@ bool CProjectData::setChanged()
 
 void CProjectData::resetChanged()
 {
-    describe([this](char const *, auto part) { (this->*part).resetChanged(); });
+    users.resetChanged();
+    roles.resetChanged();
+    calendar.resetChanged();
+    tasks.resetChangedWithParents();
     taskCategories.resetChanged();
     clientProjectID.resetChanged();
     masterProjectID.resetChanged();
     adminUserID.resetChanged();
     adminRoleID.resetChanged();
-    setChanged();
+    // With every flag clear a pass recomputes nothing but parents, which are right, and stored risk.
+    changed = false;
+    if (CTaskCachedData::anyStoresRisk()) setChanged();
 }
 
 void CProjectData::setProject(CProject * project)

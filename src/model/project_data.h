@@ -38,7 +38,7 @@ public:
     // The derived pass: stored risk is forgotten, then every part derives its flag, the tasks last, which
     // rebuild their caches from the leaves upward.
     bool setChanged();
-    // Clears every flag, and runs a derived pass, so that caches come out current.
+    // Clears every flag; what a derived pass owes to unchanged parts comes out current.
     void resetChanged();
     // Counts as changed until the next pass, whatever its parts say.
     void flagAsChanged() { changed = true; }

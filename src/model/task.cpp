@@ -32,13 +32,23 @@ void CTask::describe(Visit && visit)
 bool CTask::ownFieldsChanged()
 {
     bool any = false;
-    describe([&](char const *, auto field) { any |= (fields.*field).setChanged(); });
+    describe([&](char const *, auto field) {
+        if (touched & stretchOf(fields.*field)) any |= (fields.*field).setChanged();
+    });
     return any;
+}
+
+void CTask::resetOwnFields()
+{
+    describe([this](char const *, auto field) {
+        if (touched & stretchOf(fields.*field)) (fields.*field).resetChanged();
+    });
+    touched = 0;
 }
 
 void CTask::touch()
 {
-    touched = true;
+    touched = everything;
     describe([this](char const *, auto field) { (fields.*field).touch(); });
 }
 
@@ -80,7 +90,7 @@ CTask & CTask::operator=(CTask const & other)
     if (other.subTasks) children = *other.subTasks;
     if (container) container->idChanges(*this, other.fields.id);
     CTaskCachedData::operator=(other);
-    touched = true;
+    touched = everything;
     changed = other.changed;
     project = other.project;
     fields = other.fields;
@@ -113,13 +123,13 @@ void CTask::setID(CTaskID const & value)
 
 void CTask::setConstraintType(CTaskConstraintType const & value)
 {
-    touched = true;
+    touched |= stretchOf(fields.constraint);
     fields.constraint.setType(value);
 }
 
 CSupplyChain & CTask::getWritableSupplyChain()
 {
-    touched = true;
+    touched |= stretchOf(fields.supplyChain);
     return fields.supplyChain;
 }
 
@@ -133,7 +143,7 @@ CCalendar const & CTask::getCalendar() const
 
 bool CTask::setChanged()
 {
-    changed = touched && ownFieldsChanged();
+    changed = touched != 0 && ownFieldsChanged();
     if (subTasks) changed |= subTasks->setChangedBelow(this, project != nullptr);
     updateCachedData(*this, false);
     return changed;
@@ -142,8 +152,7 @@ bool CTask::setChanged()
 void CTask::resetChanged()
 {
     changed = false;
-    if (touched) describe([this](char const *, auto field) { (fields.*field).resetChanged(); });
-    touched = false;
+    if (touched != 0) resetOwnFields();
     if (subTasks) subTasks->resetChanged();
 }
 
@@ -158,7 +167,7 @@ void CTask::resetAllCachedData()
 
 void CTask::postSerialize(CProject * loadedInto)
 {
-    touched = true;
+    touched = everything;
     project = loadedInto;
     if (subTasks)
         for (int each = 0; each < subTasks->GetSize(); ++each) subTasks->elementForPass(each).postSerialize(loadedInto);

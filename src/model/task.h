@@ -220,13 +220,21 @@ private:
     static bool equal(CTask const & a, CTask const & b);
 
     CProject * getProject() const override { return project; }
+    // The bit of the stretch of the record in which a field begins; reads nothing of the field.
+    template <class Field>
+    std::uint32_t stretchOf(Field const & field) const
+    {
+        auto const offset = reinterpret_cast<char const *>(&field) - reinterpret_cast<char const *>(&fields);
+        return std::uint32_t{1} << (static_cast<std::size_t>(offset) * 32 / sizeof(Fields));
+    }
     template <class Field, class Value>
     void write(Field & field, Value const & value)
     {
-        touched = true;
+        touched |= stretchOf(field);
         field = value;
     }
     bool ownFieldsChanged();
+    void resetOwnFields();
     // False when the task lacks what its times could be taken from.
     bool giveBegunTaskItsTimes();
     void dropDanglingLinks();
@@ -254,21 +262,22 @@ private:
     CProject * project = nullptr;
     std::unique_ptr<CTaskArray> subTasks;
 
-    // What is saved and compared, in one piece so that it is copied and assigned in one.
+    // What is saved and compared, in one piece so that it is copied and assigned in one. What the critical path
+    // reads of every task stands first, side by side.
     struct Fields
     {
         CTaskID id;
-        CProjectString name;
         CProjectTime plannedStartTime;
+        CTaskStatus status{CTaskStatus::Hold};
+        CProjectDuration duration;
+        CLinkArray upstreamLinks;
+        CProjectString name;
         CProjectTime actualStartTime;
         CProjectTime predictedFinishTime;
         CProjectTime actualFinishTime;
-        CProjectDuration duration;
-        CTaskStatus status{CTaskStatus::Hold};
         CProjectBool isTemplateTask{false};
         CRiskType riskType{CRiskType::Subtractive};
         CTaskType taskType{CTaskType::Normal};
-        CLinkArray upstreamLinks;
         CCalendarID dominantCalendarID{orvane::nullID};
         CTaskConstraint constraint;
         CTaskCategoryID categoryID{orvane::nullID};

@@ -92,6 +92,20 @@ void CTaskArray::resetChanged()
     }
 }
 
+void CTaskArray::resetChangedBelow(CTask const * parent)
+{
+    changed = false;
+    for (int each = 0; each < GetSize(); ++each)
+    {
+        prefetch(each);
+        CTask & task = elementForPass(each);
+        task.changed = false;
+        if (task.touched != 0) task.resetOwnFields();
+        if (task.subTasks) task.subTasks->resetChangedBelow(&task);
+        if (task.project) task.setParentCached(parent);
+    }
+}
+
 void CTaskArray::prefetch(int position)
 {
     constexpr int ahead = 8;

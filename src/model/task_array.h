@@ -35,6 +35,8 @@ public:
     // Derives every task's flag and caches, children before parents, and points parents anew.
     bool setChanged();
     void resetChanged();
+    // The same for roots, and points parents anew, as the derived pass over unchanged tasks would.
+    void resetChangedWithParents() { resetChangedBelow(nullptr); }
     // Flags the tasks below as a copy of the array assigned over it would have: for changing in place.
     void flagAsAssigned();
 
@@ -68,6 +70,7 @@ private:
     orvane::CTaskIndex * forestIndex() const;
     void idChanges(CTask & task, CTaskID const & value);
     bool setChangedBelow(CTask const * parent, bool parents);
+    void resetChangedBelow(CTask const * parent);
     // Passes visit tasks that lie apart in memory: asks for the head of one a little further on.
     void prefetch(int position);
     // Takes over the tasks of the other array, without copying, in place of its own.

@@ -25,20 +25,19 @@ void CTask::dropSubTasks()
     subTasks->RemoveAll();
     subTasks.reset();
     hasSubTasks = false;
-    touched = true;
+    // Nothing that is left shows the change: the identifier does.
+    touched |= stretchOf(fields.id);
     fields.id.touch();
 }
 
 CTaskArray * CTask::getWritableSubTasks()
 {
-    touched = true;
     return subTasks.get();
 }
 
 void CTask::setSubTasks(CTaskArray const & tasks)
 {
     if (!canBecomeSummaryTask()) return;
-    touched = true;
     if (tasks.IsEmpty()) dropSubTasks();
     else makeSubTasks() = tasks;
 }
@@ -49,7 +48,6 @@ void CTask::insertSubTask(CTask const & task, int position)
     if (!canBecomeSummaryTask() || position < 0 || position > count) return;
     // The new child may be a copy of this very task.
     CTask const child(task);
-    touched = true;
     makeSubTasks().InsertAt(position, child);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <climits>
 #include <cstddef>
 #include <memory>
 #include <stdexcept>
@@ -29,12 +30,26 @@ std::unique_ptr<T> assignedCopy(T const & source)
 {
     throw std::out_of_range("array index " + std::to_string(index) + " is not below the size " + std::to_string(size));
 }
+[[noreturn]] inline void throwTooLong()
+{
+    throw std::length_error("an array counts its elements in 32 bits");
+}
 
 // Elements owned one by one: they keep their addresses, flags and identities while others come and go.
 template <class Type>
 class COwnedElements
 {
 public:
+    COwnedElements() = default;
+    // Of copies, each as if it had been assigned.
+    COwnedElements(COwnedElements const & other)
+    {
+        slots.reserve(other.slots.size());
+        for (auto const & slot : other.slots) slots.push_back(assignedCopy(*slot));
+    }
+    COwnedElements(COwnedElements &&) = default;
+    COwnedElements & operator=(COwnedElements &&) = default;
+
     int size() const { return static_cast<int>(slots.size()); }
     Type & operator[](int index) const { return *slots[static_cast<std::size_t>(index)]; }
 
@@ -49,7 +64,8 @@ public:
     }
     void insertCopies(int position, Type const & element, int count)
     {
-        insert(position, count, [&] { return assignedCopy(element); });
+        if (count == 1) slots.insert(slots.begin() + position, assignedCopy(element));
+        else insert(position, count, [&] { return assignedCopy(element); });
     }
     void insertDefaults(int position, int count)
     {
@@ -63,6 +79,11 @@ public:
     {
         slots.insert(slots.begin() + position, std::make_move_iterator(elements.begin()),
                      std::make_move_iterator(elements.end()));
+    }
+    void insertAll(int position, COwnedElements && other)
+    {
+        if (slots.empty()) slots = std::move(other.slots);
+        else adopt(position, std::move(other.slots));
     }
     // Takes the element at `position` out, alive.
     std::unique_ptr<Type> release(int position)
@@ -92,6 +113,10 @@ public:
         values.insert(at(position), static_cast<std::size_t>(count), element);
     }
     void insertDefaults(int position, int count) { insertCopies(position, Type(), count); }
+    void insertAll(int position, CPlainElements const & other)
+    {
+        values.insert(at(position), other.values.begin() + static_cast<std::ptrdiff_t>(other.used), other.values.end());
+    }
     void erase(int position, int count)
     {
         if (position == 0) used += static_cast<std::size_t>(count);
@@ -123,16 +148,19 @@ private:
 //
 // A position outside the array throws std::out_of_range where an element must be answered; an
 // operation that changes the array ignores it. Growing, inserting and removing never construct, copy
-// or move the elements that stay. A negative size or count counts as zero.
+// or move the elements that stay. A negative size or count counts as zero. What is put in may be an
+// element of this array, or an array inside one. There is no GetData: elements are owned one by one.
 template <class Type, class Arg = Type const &>
 class CArray : public CObject
 {
     static constexpr bool isPlain = std::is_trivially_copyable_v<Type>;
     using Elements = std::conditional_t<isPlain, orvane::CPlainElements<Type>, orvane::COwnedElements<Type>>;
+    // An argument that lasts while the array grows: an owned element stays where it is, a plain one moves.
+    using Lasting = std::conditional_t<isPlain, Type, Type const &>;
 
 public:
     CArray() = default;
-    CArray(CArray const & other) : CObject(other) { appendCopies(other); }
+    CArray(CArray const & other) : CObject(other), elements(other.elements) {}
     CArray & operator=(CArray const & other)
     {
         Copy(other);
@@ -171,9 +199,8 @@ public:
     {
         if (index < 0) return;
         mutating();
-        if (index < GetSize()) return SetAt(index, element);
-        growTo(index);
-        insertCopies(index, element, 1);
+        if (index < GetSize()) SetAt(index, element);
+        else insertCopies(index, element, 1);
     }
     // The index of the new last element, a copy.
     int Add(Arg element)
@@ -187,45 +214,40 @@ public:
     {
         int const first = GetSize();
         mutating();
-        appendCopies(other);
+        insertAll(first, Elements(other.elements));
         return first;
     }
     void Copy(CArray const & other)
     {
         if (this == &other) return;
+        Elements copies(other.elements);
         RemoveAll();
-        appendCopies(other);
+        insertAll(0, std::move(copies));
     }
-    // An index past the end grows the array up to it first. A count below one inserts nothing.
+    // An index past the end grows the array up to it first.
     void InsertAt(int index, Arg element, int count = 1)
     {
-        if (index < 0 || count < 1) return;
+        if (index < 0) return;
         mutating();
-        growTo(index);
-        insertCopies(index, element, count);
+        insertCopies(index, element, std::max(count, 0));
     }
     void InsertAt(int index, CArray * other)
     {
         if (index < 0 || !other) return;
-        CArray const copy(*other);
         mutating();
-        growTo(index);
-        for (int each = 0; each < copy.GetSize(); ++each) insertCopies(index + each, copy.elements[each], 1);
+        insertAll(index, Elements(other->elements));
     }
     // Removes what of the range lies inside the array.
     void RemoveAt(int index, int count = 1)
     {
-        if (!holds(index) || count < 1) return;
-        int const inside = std::min(count, GetSize() - index);
+        if (!holds(index)) return;
         mutating();
-        leaving(index, inside);
-        elements.erase(index, inside);
+        remove(index, std::clamp(count, 0, GetSize() - index));
     }
     void RemoveAll()
     {
         mutating();
-        leaving(0, GetSize());
-        elements.erase(0, GetSize());
+        remove(0, GetSize());
         elements.freeExtra();
     }
     // The second argument, a growth step, is accepted and has no effect that could be seen.
@@ -233,11 +255,11 @@ public:
     {
         int const wanted = std::max(size, 0);
         mutating();
-        if (wanted < GetSize()) RemoveAt(wanted, GetSize() - wanted);
-        else growTo(wanted);
+        if (wanted > GetSize()) growTo(wanted);
+        else remove(wanted, GetSize() - wanted);
     }
     void FreeExtra() { elements.freeExtra(); }
-    void Reserve(int count) { elements.reserve(count); }
+    void Reserve(int count) { elements.reserve(std::max(count, 0)); }
 
     // Range-for over elements that are only read.
     class Iterator
@@ -282,19 +304,30 @@ private:
         elements.insertDefaults(old, size - old);
         entered(old, size - old);
     }
-    void insertCopies(int index, Type const & element, int count)
+    void insertCopies(int index, Lasting element, int count)
     {
+        if (count == 0) return;
+        growFor(index, count);
         elements.insertCopies(index, element, count);
         entered(index, count);
     }
-    void appendCopies(CArray const & other)
+    void insertAll(int index, Elements copies)
     {
-        int const first = GetSize();
-        int const count = other.GetSize();
+        int const count = copies.size();
         if (count == 0) return;
-        elements.reserve(first + count);
-        for (int each = 0; each < count; ++each) elements.insertCopies(first + each, other.elements[each], 1);
-        entered(first, count);
+        growFor(index, count);
+        elements.insertAll(index, std::move(copies));
+        entered(index, count);
+    }
+    void growFor(int index, int count)
+    {
+        if (count > INT_MAX - std::max(index, GetSize())) orvane::throwTooLong();
+        growTo(index);
+    }
+    void remove(int index, int count)
+    {
+        leaving(index, count);
+        elements.erase(index, count);
     }
 
     Elements elements;

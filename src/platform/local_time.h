@@ -110,7 +110,8 @@ inline std::int64_t fromLocalStandardSeconds(std::int64_t local)
     return localZone().fromLocalStandard(local);
 }
 
-// The one offset east of UTC of all times of day: the standard offset on 1 January 1970.
+// The one offset east of UTC of all times of day: the one in force at local midnight of 1 January 1970, also
+// where daylight saving was on.
 inline std::int64_t clockOffset()
 {
     return localZone().getClockOffset();

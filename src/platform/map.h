@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -8,6 +7,7 @@
 #include <string_view>
 #include <unordered_set>
 #include <utility>
+#include <vector>
 
 #include "platform/object.h"
 #include "platform/string.h"
@@ -24,8 +24,14 @@ inline std::uint32_t chainHash(std::string_view bytes)
 }
 
 // The bytes of a key. A key class that is no text says them in a member keyBytes().
-inline std::string_view keyBytes(CString const & key) { return {static_cast<char const *>(key), static_cast<std::size_t>(key.GetLength())}; }
-inline std::string_view keyBytes(char const * key) { return key; }
+inline std::string_view keyBytes(CString const & key)
+{
+    return key.view();
+}
+inline std::string_view keyBytes(char const * key)
+{
+    return key ? key : "";
+}
 template <class Key>
     requires requires(Key const & key) { key.keyBytes(); }
 std::string_view keyBytes(Key const & key)
@@ -44,8 +50,6 @@ template <class Key, class ArgKey, class Value, class ArgValue>
 class CMap : public CObject
 {
 public:
-    static constexpr std::size_t hashTableSize = 17;
-
     // The block size of the framework's allocator is accepted and has no effect.
     explicit CMap(int = 10) {}
     CMap(CMap const & other) : CObject(other) { copyEntries(other); }
@@ -60,7 +64,12 @@ public:
 
     int GetCount() const { return static_cast<int>(index.size()); }
     bool IsEmpty() const { return index.empty(); }
-    std::size_t GetHashTableSize() const { return hashTableSize; }
+    std::size_t GetHashTableSize() const { return chains.size(); }
+    // Another number of chains, while the map is empty. It changes the order of walks and nothing else.
+    void InitHashTable(unsigned int size, bool = true)
+    {
+        if (IsEmpty() && size > 0) chains.assign(size, nullptr);
+    }
 
     // The value under the key, or null. The pointer holds until the entry is removed.
     Value * find(ArgKey key)
@@ -101,10 +110,12 @@ public:
     }
 
     POSITION GetStartPosition() const { return firstFrom(0); }
-    // Copies the entry at the position out and moves the position to the next, or to null.
+    // Copies the entry at the position out and moves the position to the next, or to null. The entry may
+    // be removed then. At null nothing happens.
     void GetNextAssoc(POSITION & position, Key & key, Value & value) const
     {
         Entry * const entry = static_cast<Entry *>(position);
+        if (!entry) return;
         key = entry->key;
         value = entry->value;
         position = entry->next ? entry->next : firstFrom(entry->chain + 1);
@@ -142,7 +153,7 @@ private:
 
     Entry * enter(ArgKey key)
     {
-        std::size_t const chain = orvane::chainHash(orvane::keyBytes(key)) % hashTableSize;
+        std::size_t const chain = orvane::chainHash(orvane::keyBytes(key)) % chains.size();
         auto entry = std::unique_ptr<Entry>(new Entry{Key(key), Value(), chain});
         index.insert(entry.get());
         entry->next = chains[chain];
@@ -157,12 +168,13 @@ private:
     }
     Entry * firstFrom(std::size_t chain) const
     {
-        while (chain < hashTableSize && !chains[chain]) ++chain;
-        return chain < hashTableSize ? chains[chain] : nullptr;
+        while (chain < chains.size() && !chains[chain]) ++chain;
+        return chain < chains.size() ? chains[chain] : nullptr;
     }
     // In each chain from the oldest to the newest, so that the copy is walked in the same order.
     void copyEntries(CMap const & other)
     {
+        chains.assign(other.chains.size(), nullptr);
         for (Entry * entry : other.chains)
         {
             while (entry && entry->next) entry = entry->next;
@@ -170,15 +182,15 @@ private:
         }
     }
 
-    std::array<Entry *, hashTableSize> chains{};
+    std::vector<Entry *> chains = std::vector<Entry *>(17);
     std::unordered_set<Entry *, Hash, Equal> index;
 };
 
 // Text to object, the objects not owned.
-class CMapStringToOb : public CMap<CString, char const *, CObject *, CObject *>
+class CMapStringToOb : public CDynamic<CMapStringToOb, CMap<CString, char const *, CObject *, CObject *>>
 {
 public:
-    using CMap::CMap;
+    using CDynamic::CDynamic;
 };
 
 // A map of pointers whose values are all of one class.
@@ -195,4 +207,11 @@ public:
         return found != nullptr;
     }
     void SetAt(char const * key, Value value) { Base::SetAt(key, value); }
+    void GetNextAssoc(POSITION & position, Key & key, Value & value) const
+    {
+        if (!position) return;
+        CObject * object = nullptr;
+        Base::GetNextAssoc(position, key, object);
+        value = static_cast<Value>(object);
+    }
 };

@@ -16,7 +16,8 @@ CString withoutControls(CString text)
 {
     for (int i = 0; i < text.GetLength(); ++i)
     {
-        bool const isWideControl = text[i] == '\xC2' && text[i + 1] >= '\x80' && text[i + 1] <= '\x9F';
+        auto const next = static_cast<unsigned char>(text[i + 1]);
+        bool const isWideControl = text[i] == '\xC2' && next >= 0x80 && next <= 0x9F;
         if (isWideControl) text.SetAt(i + 1, '?');
         if (isWideControl || isControl(static_cast<unsigned char>(text[i]))) text.SetAt(i, '?');
     }

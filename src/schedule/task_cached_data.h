@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "values/date_time.h"
 #include "values/duration.h"
 #include "values/identifier_arrays.h"
@@ -41,16 +43,17 @@ protected:
     CTask const * getParentCached() const { return parent; }
     void setParentCached(CTask const * task) { parent = task; }
 
-    // Whether a field may have changed since the last reset of the flags. Every setter, copy and
-    // assignment says so; a pass looks at the fields of no other task.
-    bool touched = true;
+    // Which fields may have changed since the last reset of the flags: a bit for each stretch of the
+    // record. Every setter, copy and assignment says so; a pass looks at no other field.
+    static constexpr std::uint32_t everything = ~std::uint32_t{0};
+    std::uint32_t touched = everything;
     // The result of the last setChanged.
     bool changed = false;
     // Whether the task has children: said here, so that a pass need not look further into the task.
     bool hasSubTasks = false;
 
     // Nothing in the task itself can be due in a pass but its parent pointer.
-    bool isQuiet() const { return !touched && !hasSubTasks; }
+    bool isQuiet() const { return touched == 0 && !hasSubTasks; }
 
 private:
     void updateSummaryTimes(CTask const & task, bool inPass);

@@ -62,6 +62,14 @@ std::int64_t settled(std::int64_t day, Clock clock)
     return CProjectTime::fromLocalMinutes(time).getLocalMinutes();
 }
 
+// What the clock shows where a search comes to a day: not its first or last minute where that was skipped,
+// but never the clock of another day.
+Clock entered(std::int64_t day, Clock outermost)
+{
+    std::int64_t const time = settled(day, outermost);
+    return dayOf(time) == day ? clockOf(time) : outermost;
+}
+
 }  // namespace
 
 CWorkingTime::CWorkingTime(std::vector<CWorkingDay> kinds, std::array<std::size_t, 7> const & week,
@@ -138,10 +146,8 @@ std::optional<std::int64_t> CWorkingTime::nearestValid(std::int64_t time, Edge e
     {
         CWorkingDay const & kind = kindOf(day);
         if (!kind.hasBlocks()) continue;
-        // Where a day's first or last minute was skipped, the search goes on from what the clock shows.
-        std::int64_t const from = day == ownDay ? time : settled(day, outermost);
-        Clock const found = kind.nearestValid(clockOf(from), edge, direction);
-        if (found.valid && dayOf(from) == day) return settled(day, found);
+        Clock const found = kind.nearestValid(day == ownDay ? clockOf(time) : entered(day, outermost), edge, direction);
+        if (found.valid) return settled(day, found);
     }
     return {};
 }

@@ -117,8 +117,8 @@ private:
     void move(std::int64_t seconds);
 };
 
-// A time on the clock, without a day. It stands on 1 January 1970, at that day's standard offset, so
-// that it reads back as it was given in every zone. Hours and minutes out of their ranges carry over,
+// A time on the clock, without a day. It stands on 1 January 1970, at the offset that held at that day's
+// midnight, so that it reads back as it was given in every zone. Hours and minutes out of their ranges carry over,
 // into another day than that one too: order and equality see it, the fields do not.
 class CProjectTimeOfDay : public orvane::CTimed<CProjectTimeOfDay>
 {

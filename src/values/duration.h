@@ -36,6 +36,9 @@ public:
         return *this;
     }
 
+    // What such an assignment would have left.
+    void touch() { changed = valid; }
+
     long GetTotalSeconds() const { return seconds; }
     long GetTotalMinutes() const { return seconds / 60; }
     long GetTotalHours() const { return seconds / 3600; }

@@ -120,11 +120,17 @@ public:
     bool operator!=(Self const & other) const { return !CIDBase::operator==(other); }
     CString tagName() const override { return tag.characters; }
 
-    // The one NULL identifier of this class, for searches and for fields that start NULL.
+    // The one NULL identifier of this class, for searches and for fields that start NULL. It stays to the
+    // end, so that it is not counted.
     static Self const & getNULL()
     {
-        static Self const null{nullID};
-        return null;
+        struct Uncounted
+        {
+            Uncounted() { --s_created; }
+            Self id{nullID};
+        };
+        static Uncounted const null;
+        return null.id;
     }
 
     // Collecting keeps the identities issued from now on; switching it on empties the list.
@@ -137,8 +143,8 @@ public:
     static void setIssueIDs(bool flag) { CIDBase::setIssueIDs(flag, collect, issue, issued, toIssue); }
 
     // How many were constructed and destroyed since the last reset; the difference shows leaks.
-    static int getCreated() { return s_created; }
-    static int getDeleted() { return s_deleted; }
+    static int getCreated() { return static_cast<int>(s_created); }
+    static int getDeleted() { return static_cast<int>(s_deleted); }
     static void resetCreatedAndDeletedCount() { s_created = s_deleted = 0; }
 
 private:
@@ -146,8 +152,9 @@ private:
     static inline CArray<_GUID, _GUID &> toIssue;
     static inline bool collect = false;
     static inline bool issue = false;
-    static inline int s_created = 0;
-    static inline int s_deleted = 0;
+    // Unsigned, since they may pass all numbers in a long run.
+    static inline unsigned s_created = 0;
+    static inline unsigned s_deleted = 0;
 };
 
 }  // namespace orvane

@@ -177,9 +177,10 @@ public:
     CProjectColor & operator=(CProjectColor const & other)
     {
         CColor::operator=(other);
-        valid = changed = true;
+        touch();
         return *this;
     }
+    void touch() { valid = changed = true; }
 
     operator unsigned long() const;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <type_traits>
 
 #include "platform/array.h"
 #include "platform/string.h"
@@ -25,19 +26,20 @@ int compareKeys(Key const & a, Key const & b)
 // part in change tracking, and a lookup by key through an index that is brought up to date on demand.
 //
 // A member of the family derives from this with its element class and its key: a getter of the element,
-// or std::identity{} where the elements are the keys. It adds only lookups of its own.
-template <class Self, class Element, auto key>
-class CTypedArray : public CDynamic<Self, CArray<Element, Element const &>>
+// or std::identity{} where the elements are the keys. It adds only lookups of its own. It may extend an
+// array that has a name of its own, and hold plain numbers, which have no flags.
+template <class Self, class Element, auto key, class Array = CArray<Element, Element const &>>
+class CTypedArray : public CDynamic<Self, Array>
 {
-    using Base = CDynamic<Self, CArray<Element, Element const &>>;
+    using Base = CDynamic<Self, Array>;
 
 public:
     CTypedArray() = default;
     CTypedArray(CTypedArray const & other) : Base() { copyFrom(other); }
     CTypedArray & operator=(CTypedArray const & other)
     {
-        if (this != &other) return copyFrom(other), *this;
-        for (int each = 0; each < this->GetSize(); ++each) this->elementForPass(each).touch();
+        if (this != &other) copyFrom(other);
+        else forEachFlagged([](auto & element) { element.touch(); });
         return *this;
     }
     ~CTypedArray() override = default;
@@ -48,13 +50,13 @@ public:
     // resetChanged.
     bool setChanged()
     {
-        for (int each = 0; each < this->GetSize(); ++each) changed |= this->elementForPass(each).setChanged();
+        forEachFlagged([this](auto & element) { changed |= element.setChanged(); });
         return changed;
     }
     void resetChanged()
     {
         changed = false;
-        for (int each = 0; each < this->GetSize(); ++each) this->elementForPass(each).resetChanged();
+        forEachFlagged([](auto & element) { element.resetChanged(); });
     }
     // Elements of a copied array are flagged as assigned already: nothing is left to flag.
     void touch() {}
@@ -100,7 +102,6 @@ protected:
     void copyFrom(CTypedArray const & other)
     {
         this->Copy(other);
-        this->FreeExtra();
         changed = other.changed;
     }
 
@@ -108,6 +109,12 @@ protected:
     mutable bool changed = false;
 
 private:
+    template <class Visit>
+    void forEachFlagged(Visit const & visit)
+    {
+        if constexpr (std::is_class_v<Element>)
+            for (int each = 0; each < this->GetSize(); ++each) visit(this->elementForPass(each));
+    }
     static bool equal(Self const & a, Self const & b)
     {
         if (a.GetSize() != b.GetSize()) return false;

@@ -77,11 +77,12 @@ TEST(CheckerLife, TheEndOfAnInnerCheckerClearsTheFlagsOfTheOuter)
     Watcher watcher([&] { return flags(plan.project); });
     {
         CLocalRulesChecker outer(&plan.project, CRulesCheckerContext::OriginatingClient);
-        outer.changeTaskName(plan.id("dig"), "excavate");
+        CTaskID const id = plan.id("dig");
+        outer.changeTaskName(id, "excavate");
         {
             CLocalRulesChecker inner(&plan.project, CRulesCheckerContext::ReceivingClient);
             EXPECT_EQ(CLocalRulesChecker::getNumberOfLocalRulesCheckers(), 2);
-            inner.changeTaskComments(plan.id("dig"), "deep");
+            inner.changeTaskComments(id, "deep");
         }
         EXPECT_EQ(CLocalRulesChecker::getNumberOfLocalRulesCheckers(), 1);
     }

@@ -63,7 +63,7 @@ TEST(RemovalRules, RemoveTakesRowsAndTheirLinks)
         {{"d"}, "a b(c -) g< h< i(j< -)"},
         {{"b"}, "a g< h i(j -)"},
         {{"b", "c", "e"}, "a g< h i(j -)"},
-        {{"e", "d", "b"}, "a g< h< i(j< -)"},
+        {{"e", "d", "b"}, "a g< h< i(j -)"},
         // The last valid child takes the blank ones along.
         {{"j"}, "a b(c d(e f) -) g< h< i"},
         {{"c", "d"}, "a b g< h< i(j -)"},

@@ -253,8 +253,8 @@ TEST_F(TaskRules, AStartOrFinishPreparesTheStatusThatFollows)
     // What is finished can be started again, and forgets its finish.
     EXPECT_TRUE(act("finished", [](auto & r, auto & id) { return r.startTask(id, "01-08 09:00"_t); }));
     EXPECT_FALSE(plan["finished"].getActualFinishTime().isValid());
-    // Its length was that of its actual times, one day and two hours.
-    EXPECT_EQ(plan["finished"].getPredictedFinishTime(), "01-09 11:00"_t);
+    // Its length is read between the new start and the old finish, five hours before.
+    EXPECT_EQ(plan["finished"].getPredictedFinishTime(), "01-08 14:00"_t);
 }
 
 TEST_F(TaskRules, AFinishLiesBehindTheStart)

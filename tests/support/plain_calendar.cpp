@@ -204,22 +204,32 @@ CCalendarDayType const & normalDay(CCalendar const & calendar)
 
 }  // namespace
 
+CCalendarDayType const & PlainCalendar::inForce(CCalendarDayType const * found) const
+{
+    if (!found) return nothing;
+    return isNormal(*found) && !calendar.getNormalDayInUse().getValue() ? normalDay(master) : *found;
+}
+
+CCalendarDayType const & PlainCalendar::weekday(int day) const
+{
+    return inForce(named(calendar, calendar.getCalendarWeek().getDay(day)));
+}
+
 CCalendarDayType const & PlainCalendar::dayType(CProjectDate const & date) const
 {
     CCalendarDayType const * found = calendar.getID() == master.getID() ? nullptr : exceptional(master, date);
     if (found) return *found;
     found = exceptional(calendar, date);
-    if (!found) found = named(calendar, calendar.getCalendarWeek().getDay(date.GetDayOfWeek()));
-    if (!found) return nothing;
-    return isNormal(*found) && !calendar.getNormalDayInUse().getValue() ? normalDay(master) : *found;
+    return found ? inForce(found) : weekday(date.GetDayOfWeek());
 }
 
 PlainCalendar::PlainCalendar(CCalendar const & calendar, CCalendar const & master) : calendar(calendar), master(master)
 {
     for (int each = 1; each <= 7; ++each)
     {
-        CCalendarDayType const * weekday = named(calendar, calendar.getCalendarWeek().getDay(each));
-        weekHasBlocks = weekHasBlocks || (weekday && (isNormal(*weekday) || weekday->getNumberOfTimeBlocks() > 0));
+        PlainDay const day(weekday(each));
+        weekHasBlocks = weekHasBlocks || !day.blocks.empty();
+        minutesOfWeekdays += day.workingMinutes();
     }
     for (auto const * exceptions : {&calendar.getCalendarDayExceptions(), &master.getCalendarDayExceptions()})
         for (CCalendarException const & exception : *exceptions)
@@ -337,15 +347,19 @@ bool PlainCalendar::isValidEnd(CProjectTime const & time) const
 CProjectTime PlainCalendar::search(CProjectTime const & time, Search search, int step) const
 {
     CProjectTimeOfDay const outermost = step > 0 ? CProjectTimeOfDay(0, 0) : CProjectTimeOfDay(23, 59);
-    for (CProjectTime at = time; at.isValid();)
+    if (!time.isValid()) return {};
+    CProjectDate date = time.getDate();
+    for (CProjectTimeOfDay from = time.getTimeOfDay();;)
     {
-        CProjectDate const date = at.getDate();
-        CProjectTimeOfDay const found = (day(date).*search)(at.getTimeOfDay());
+        CProjectTimeOfDay const found = (day(date).*search)(from);
         if (found.isValid()) return date + found;
         std::optional<CProjectDate> const next = neighbour(date, step);
-        at = next ? *next + outermost : CProjectTime();
+        if (!next) return {};
+        date = *next;
+        // Where the clock skipped the last minute of a day, it would show the day after.
+        CProjectTime const entered = date + outermost;
+        from = entered.getDate() == date ? entered.getTimeOfDay() : outermost;
     }
-    return {};
 }
 
 CProjectTime PlainCalendar::nextStart(CProjectTime const & time) const

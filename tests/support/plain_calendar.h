@@ -42,6 +42,8 @@ public:
     PlainCalendar(CCalendar const & calendar, CCalendar const & master);
 
     CCalendarDayType const & dayType(CProjectDate const & date) const;
+    // The working time of a week without exceptions.
+    long minutesOfWeek() const { return minutesOfWeekdays; }
 
     CProjectTime add(CProjectTime const & time, CProjectDuration const & duration, bool asEndTime) const;
     CProjectTime subtract(CProjectTime const & time, CProjectDuration const & duration, bool asEndTime) const;
@@ -56,6 +58,8 @@ public:
 private:
     using Search = CProjectTimeOfDay (PlainDay::*)(CProjectTimeOfDay const &) const;
 
+    CCalendarDayType const & inForce(CCalendarDayType const * found) const;
+    CCalendarDayType const & weekday(int day) const;
     PlainDay const & day(CProjectDate const & date) const;
     std::optional<CProjectDate> neighbour(CProjectDate const & date, int step) const;
     CProjectTime search(CProjectTime const & time, Search search, int step) const;
@@ -63,6 +67,7 @@ private:
     CCalendar const & calendar;
     CCalendar const & master;
     bool weekHasBlocks = false;
+    long minutesOfWeekdays = 0;
     std::int64_t firstException = INT64_MAX;
     std::int64_t lastException = INT64_MIN;
     // Every day is looked up once: both calendars must stay as they are.

@@ -201,12 +201,13 @@ TEST(TimeOfDay, ReadsBackInEveryZone)
     for (char const * tz : zones)
     {
         ZoneScope const zone(tz);
+        CTime const midnight(1970, 1, 1, 0, 0, 0);
         for (int minute = 0; minute < 1440; ++minute)
         {
             CProjectTimeOfDay const time(minute / 60, minute % 60);
             ASSERT_EQ(time.GetHour(), minute / 60) << tz;
             ASSERT_EQ(time.GetMinute(), minute % 60) << tz;
-            ASSERT_EQ(time.getCTime(), CTime(1970, 1, 1, minute / 60, minute % 60, 0, 0)) << tz;
+            ASSERT_EQ(time.getCTime(), midnight + CTimeSpan(minute * 60)) << tz;
         }
         EXPECT_EQ(CProjectTimeOfDay(0, -1).getMinuteOfDay(), 1439) << tz;
         EXPECT_LT(CProjectTimeOfDay(0, -1), CProjectTimeOfDay(0, 0)) << tz;

@@ -90,6 +90,11 @@ TEST(Duration, CopiesKeepTheChangeFlagAndAssignmentsTakeTheSourcesValidity)
     target = notValid();
     EXPECT_FALSE(target.getChanged() || target.isValid());
     EXPECT_FALSE(CProjectDuration(target).getChanged());
+    target.touch();
+    EXPECT_FALSE(target.getChanged()) << "as after an assignment of what is not valid";
+    CProjectDuration given(1, 0);
+    given.touch();
+    EXPECT_TRUE(given.getChanged());
 }
 
 TEST(Saturate, KeepsWhatFitsAndStopsAtTheEnds)

@@ -58,12 +58,13 @@ TEST(Identifiers, EachKindHasItsTagAndItsCounters)
     EXPECT_EQ(CAttributeID().tagName(), CString("ProjectID"));
     CCostID::resetCreatedAndDeletedCount();
     {
+        EXPECT_TRUE(CCostID::getNULL().isNULL());
         CCostID const one;
         CCostID const two(one);
         EXPECT_EQ(CCostID::getCreated() - CCostID::getDeleted(), 2);
     }
     EXPECT_EQ(CCostID::getCreated(), CCostID::getDeleted());
-    std::unique_ptr<CObject> const made(CRuntimeClass::FromName("CLinkID")->CreateObject());
+    std::unique_ptr<CObject> const made(CRuntimeClass::FromName("CCostID")->CreateObject());
     EXPECT_TRUE(made->IsKindOf(CIDBase::GetThisClass()));
 }
 
@@ -86,7 +87,7 @@ TEST(Identifiers, ReplayGivesTheSameIdentifiers)
     CFilterID const again;
     EXPECT_EQ(again, first);
 
-    CFilterID::setCollectIssuedIDs(true);   // collecting wins over issuing
+    CFilterID::setCollectIssuedIDs(true);  // collecting wins over issuing
     CFilterID const collected;
     EXPECT_NE(collected, second);
     EXPECT_EQ(CFilterID::getIDsToIssue().GetSize(), 1);

@@ -36,6 +36,9 @@ void expectLife(Value const & given, bool validFromNothing = false)
     EXPECT_FALSE(value == given);
     EXPECT_TRUE(value != given);
     expectFlags(value, validFromNothing, true);
+    Value touched{Value()};
+    touched.touch();
+    expectFlags(touched, validFromNothing, true);
 }
 
 TEST(Scalars, CopiesAreUnchangedAssignmentsAreChanges)
@@ -45,6 +48,16 @@ TEST(Scalars, CopiesAreUnchangedAssignmentsAreChanges)
     expectLife(CProjectDouble(0.5));
     expectLife(CProjectString("dig"));
     expectLife(CProjectColor(0, 128, 255), true);
+}
+
+TEST(Scalars, AreValidAndUnchangedFromEveryConstructor)
+{
+    auto const check = [](auto const &... values) { (expectFlags(values, true, false), ...); };
+    auto const * const bytes = reinterpret_cast<unsigned char const *>("a");
+    check(CProjectBool(false), CProjectBool(7), CProjectInt(0), CProjectDouble(0.0));
+    check(CProjectString(""), CProjectString('a', 0), CProjectString("a", 0), CProjectString(L""),
+          CProjectString(bytes), CProjectString(CString()));
+    check(CProjectColor(CColor()), CProjectColor(0, 0, 0), CProjectColor(0.0F, 0.0F, 0.0F), CProjectColor(0UL));
 }
 
 TEST(ProjectBool, ComparesWithPlainNumbers)

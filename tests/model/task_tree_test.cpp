@@ -1,0 +1,264 @@
+#include <map>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/plan_builder.h"
+#include "tests/support/task_history.h"
+
+using namespace orvane;
+
+namespace
+{
+
+// ---- places by a walk over the whole tree -----------------------------------------------------------
+
+CTask const * searched(CTaskArray const & tasks, CTaskID const & id)
+{
+    for (int each = 0; each < tasks.GetSize(); ++each)
+        if (tasks.GetAt(each).getID() == id) return &tasks.GetAt(each);
+    for (int each = 0; each < tasks.GetSize(); ++each)
+    {
+        CTaskArray const * const children = tasks.GetAt(each).getSubTasks();
+        CTask const * const found = children ? searched(*children, id) : nullptr;
+        if (found) return found;
+    }
+    return nullptr;
+}
+
+void expectPlacesAsWalked(CTaskArray const & roots, std::vector<CTaskArray *> const & arrays, std::vector<CTaskID> const & ids)
+{
+    forEachTask(roots, [&](CTask const & task, CTask const * parent) {
+        ASSERT_EQ(task.getParent(), parent);
+        CTaskArray const & siblings = parent ? *parent->getSubTasks() : roots;
+        int const position = siblings.positionOf(task);
+        ASSERT_GE(position, 0);
+        ASSERT_EQ(&siblings.GetAt(position), &task);
+        ASSERT_EQ(roots.findInForest(task.getID()), searched(roots, task.getID()));
+        ASSERT_EQ(task.findTask(task.getID()), &task);
+    });
+    for (CTaskID const & id : ids)
+    {
+        ASSERT_EQ(roots.findInForest(id), searched(roots, id));
+        for (CTaskArray const * array : arrays)
+        {
+            int const position = array->findByID(id);
+            bool isHere = false;
+            for (CTask const & task : *array) isHere = isHere || task.getID() == id;
+            ASSERT_EQ(position >= 0, isHere);
+            ASSERT_TRUE(!isHere || array->GetAt(position).getID() == id);
+        }
+    }
+}
+
+TEST(TaskTree, LookupsAgreeWithAWalkThroughAnyHistory)
+{
+    for (unsigned seed = 1; seed <= 40; ++seed)
+    {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        // A project's forest, which has an index, and a free array, which has none.
+        Plan plan;
+        CTaskArray free;
+        bool const isProject = seed % 4 != 0;
+        CTaskArray & roots = isProject ? plan.tasks() : free;
+        TaskHistory history(seed, roots, isProject ? &plan.project : nullptr);
+        for (int step = 0; step < 150 && !testing::Test::HasFatalFailure(); ++step)
+        {
+            std::string const edit = history.step();
+            SCOPED_TRACE("step " + std::to_string(step) + ": " + edit);
+            // Not after every edit, so that the index also meets several in a row before it is asked.
+            if (!isProject || history.below(3)) continue;
+            expectPlacesAsWalked(roots, history.arrays(), history.metIDs());
+        }
+        forEachTask(roots, [&](CTask const & task, CTask const * parent) { EXPECT_EQ(task.getParent(), parent); });
+    }
+}
+
+TEST(TaskTree, NoTaskIsLost)
+{
+    for (unsigned seed = 101; seed <= 120; ++seed)
+    {
+        CTask::resetCreatedAndDeletedCount();
+        CLink::resetCreatedAndDeletedCount();
+        {
+            Plan plan;
+            TaskHistory history(seed, plan.tasks(), &plan.project);
+            for (int step = 0; step < 150; ++step)
+            {
+                std::string const edit = history.step();
+                int links = 0;
+                for (CTask const * task : history.tasks()) links += task->getUpstreamLinks().GetSize();
+                ASSERT_EQ(CTask::getCreated() - CTask::getDeleted(), static_cast<int>(history.tasks().size())) << seed << ' ' << edit;
+                ASSERT_EQ(CLink::getCreated() - CLink::getDeleted(), links) << seed << ' ' << edit;
+            }
+        }
+        EXPECT_EQ(CTask::getCreated(), CTask::getDeleted());
+        EXPECT_EQ(CLink::getCreated(), CLink::getDeleted());
+    }
+}
+
+TEST(TaskTree, SurvivorsKeepTheirAddresses)
+{
+    Plan plan({aTask("a"), aTask("b"), aTask("c")});
+    CTask const * const b = &plan["b"];
+    for (int each = 0; each < 50; ++each) plan.tasks().addTask(&plan.project);
+    plan.tasks().RemoveAt(0);
+    plan.tasks().rePositionElements(20, 1);
+    EXPECT_EQ(&plan["b"], b);
+}
+
+TEST(TaskTree, RowsAreRepositioned)
+{
+    struct
+    {
+        int to, from;
+        char const * after;
+    } const cases[] = {{0, 2, "CAB"}, {2, 0, "BCA"}, {1, 1, "ABC"}, {0, 3, ""}, {3, 0, ""}, {-1, 0, ""}, {0, -1, ""}, {2, 1, "ACB"}};
+    for (auto const & each : cases)
+    {
+        CTaskArray array;
+        for (char const * name : {"A", "B", "C"}) array.addTask(aTask(name).make());
+        EXPECT_EQ(array.rePositionElements(each.to, each.from), *each.after != 0);
+        std::string names;
+        for (CTask const & task : array) names += task.getName();
+        EXPECT_EQ(names, *each.after ? each.after : "ABC");
+    }
+}
+
+// ---- children ---------------------------------------------------------------------------------------
+
+TEST(TaskTree, OnlySomeTasksTakeChildren)
+{
+    CTask const child = aTask("child").make();
+    CTaskArray two;
+    two.addTask(child);
+    two.addTask(child);
+    struct
+    {
+        TaskSpec spec;
+        bool takes;
+    } const cases[] = {{aTask("plain"), true},
+                       {aBlank("blank"), false},
+                       {aTask("key date").keyDate(), false},
+                       {aTask("started").started("01-05 09:00"_t), true},
+                       {aTask("constrained").constrained(), true}};
+    for (auto const & [spec, takes] : cases)
+    {
+        CTask task = spec.make();
+        EXPECT_EQ(task.canBecomeSummaryTask(), takes) << spec.name;
+        for (int position : {1, -1}) task.insertSubTask(child, position);
+        EXPECT_FALSE(task.isSummaryTask());
+        task.insertSubTask(child, 0);
+        EXPECT_EQ(task.isSummaryTask(), takes);
+        task.setSubTasks(two);
+        EXPECT_EQ(task.calculateNumberOfChildren(), takes ? 2 : 0);
+        task.insertSubTask(child, 2);
+        EXPECT_EQ(task.calculateNumberOfChildren(), takes ? 3 : 0);
+        task.setSubTasks(CTaskArray());
+        EXPECT_FALSE(task.getSubTasks());
+    }
+}
+
+TEST(TaskTree, AnEmptyArrayOfChildrenIsNoneInACopy)
+{
+    CTask const plain = aTask("task").make();
+    CTask emptied(plain);
+    emptied.insertSubTask(plain, 0);
+    EXPECT_FALSE(emptied == plain);
+    emptied.getWritableSubTasks()->RemoveAll();
+    EXPECT_TRUE(emptied.isSummaryTask());
+    EXPECT_FALSE(emptied == plain);
+    EXPECT_FALSE(plain == emptied);
+    CTask const copy(emptied);
+    EXPECT_FALSE(copy.getSubTasks());
+    EXPECT_TRUE(copy == plain);
+    CTask assigned;
+    assigned = emptied;
+    EXPECT_FALSE(assigned.getSubTasks());
+    EXPECT_TRUE(assigned == plain);
+    emptied.deleteSubTasksIfEmpty();
+    EXPECT_TRUE(emptied == plain);
+}
+
+TEST(TaskTree, ATaskCanBeAssignedFromItsOwnSubtreeAndToIt)
+{
+    Plan plan({aTask("a").with({aTask("b").with({aTask("c"), aTask("d")}), aTask("e")})});
+    CTask & a = plan.writable("a");
+    a = *a.getSubTasks()->GetAt(0).findTask(plan.id("b"));
+    EXPECT_EQ(digest(plan.project), "b: 01-05 09:00 > 01-05 17:00 1d\n  c: 01-05 09:00 > 01-05 17:00 1d\n  d: 01-05 09:00 > 01-05 17:00 1d\n");
+    a.setSubTasks(*a.getSubTasks());
+    CTask & c = plan.writable("c");
+    c = a;
+    EXPECT_EQ(a.calculateNumberOfChildren(), 4);
+    EXPECT_EQ(c.getParent(), &a);
+    a = a;
+    EXPECT_EQ(a.calculateNumberOfChildren(), 4);
+    plan.tasks() = *a.getSubTasks();
+    EXPECT_EQ(plan.project.getNumberOfTasks(), 2);
+    EXPECT_EQ(plan.project.getTotalNumberOfTasks(), 4);
+}
+
+// ---- searches and places ----------------------------------------------------------------------------
+
+TEST(TaskTree, SearchesFindWhatLiesBelow)
+{
+    Plan plan({aTask("a"), aTask("s").with({aTask("t").after("a"), aTask("u").with({aTask("v")})})});
+    CTask const & s = plan["s"];
+    CTask const & v = plan["v"];
+    CLinkID const link = plan.link("a", "t").getID();
+    EXPECT_EQ(s.findTask(v.getID()), &v);
+    EXPECT_EQ(s.findTask(s.getID()), &s);
+    EXPECT_EQ(s.findTask(plan.id("a")), nullptr);
+    EXPECT_EQ(s.findTask(link), &plan["t"]);
+    EXPECT_EQ(plan["u"].findTask(link), nullptr);
+    EXPECT_EQ(s.findTask(v.getSupplyChain().getID()), &v);
+    EXPECT_EQ(plan.writable("s").findWritableTask(v.getID()), &v);
+    EXPECT_TRUE(s.isDescendant(v.getID()) && s.isDescendant(plan.id("t")));
+    EXPECT_FALSE(s.isDescendant(s.getID()) || s.isDescendant(plan.id("a")) || v.isDescendant(v.getID()));
+
+    CProject const & project = plan.project;
+    EXPECT_EQ(project.getTask(link), &plan["t"]);
+    EXPECT_EQ(project.getTask(v.getSupplyChain().getID()), &v);
+    EXPECT_EQ(project.getTask(CLinkID::getNULL()), nullptr);
+    EXPECT_EQ(project.getTask(CTaskID::getNULL()), nullptr);
+    EXPECT_EQ(project.getTask(CSupplyChainID::getNULL()), nullptr);
+    EXPECT_EQ(project.getTask(-1), nullptr);
+    EXPECT_EQ(project.getTask(2), nullptr);
+    EXPECT_EQ(project.getTask(1), &s);
+    EXPECT_EQ(project.getTaskParent(v.getID()), &plan["u"]);
+    EXPECT_EQ(project.getTaskParent(s.getID()), nullptr);
+    EXPECT_EQ(project.getTaskParent(CTaskID()), nullptr);
+}
+
+TEST(TaskTree, ATaskKnowsItsPlaceAmongItsSiblings)
+{
+    Plan plan({aTask("a"), aTask("s").with({aTask("t"), aTask("u"), aTask("v")})});
+    struct
+    {
+        char const * name;
+        int position;
+        bool up, down;
+    } const cases[] = {{"a", 0, false, true}, {"s", 1, true, false}, {"t", 0, false, true}, {"u", 1, true, true}, {"v", 2, true, false}};
+    for (auto const & each : cases)
+    {
+        EXPECT_EQ(plan[each.name].getPositionInSiblings(), each.position) << each.name;
+        EXPECT_EQ(plan[each.name].canMoveTaskUp(), each.up) << each.name;
+        EXPECT_EQ(plan[each.name].canMoveTaskDown(), each.down) << each.name;
+    }
+    CTask free;
+    EXPECT_EQ(free.getPositionInSiblings(), 0);
+    EXPECT_FALSE(free.canMoveTaskUp() || free.canMoveTaskDown());
+    free.setProject(&plan.project);
+    EXPECT_EQ(free.getPositionInSiblings(), -1);
+    EXPECT_FALSE(free.canMoveTaskUp() || free.canMoveTaskDown());
+}
+
+TEST(TaskTree, BlankTasksAndWhatLiesBelowThemDoNotCount)
+{
+    Plan plan({aTask("a"), aBlank(), aBlank("gap").with({aTask("lost")}), aTask("s").with({aTask("t"), aBlank(), aTask("u").with({aTask("v")})})});
+    EXPECT_EQ(plan.project.getNumberOfTasks(), 4);
+    EXPECT_EQ(plan.project.getTotalNumberOfTasks(), 5);
+    EXPECT_EQ(plan.project.getNumberOfSubtasks(plan["s"]), 3);
+    EXPECT_EQ(plan.project.getNumberOfSubtasks(plan["a"]), 0);
+}
+
+}  // namespace

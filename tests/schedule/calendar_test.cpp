@@ -1,0 +1,309 @@
+#include "schedule/calendar.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cstdint>
+#include <string>
+
+#include "model/project.h"
+#include "tests/support/moments.h"
+
+using namespace orvane::test;
+
+namespace
+{
+
+CCalendarDayTypeID const & normalID(CCalendar const & calendar)
+{
+    return calendar.getCalendarDayTypes()[0].getID();
+}
+
+CCalendarDayTypeID const & offID(CCalendar const & calendar)
+{
+    return calendar.getCalendarDayTypes()[1].getID();
+}
+
+std::string exceptionsOf(CCalendar const & calendar)
+{
+    std::string text;
+    for (CCalendarException const & exception : calendar.getCalendarDayExceptions())
+        text += (text.empty() ? "" : " ") + shown(exception.getDate() + clock("00:00")).substr(5, 5);
+    return text;
+}
+
+// A project with a calendar of a company in it. Only rules replace a project's calendar; here it is
+// written in place.
+class InAProject : public testing::Test
+{
+protected:
+    InAProject() { own.setProject(&project); }
+
+    CProject project{nullptr, false};
+    CCalendar & master = const_cast<CCalendar &>(project.getProjectCalendar());
+    CCalendar own;
+    CProjectTime const friday = at("2024-01-05 10:00");
+    CProjectDuration const hour{1, 0};
+};
+
+TEST(Calendar, ClearGivesTheStandardWeek)
+{
+    CCalendar calendar;
+    calendar.clear(true);
+    EXPECT_EQ(calendar.getID().toString(), CString("1e6717b6e37a4046a86ed5dc457a2de6"));
+    EXPECT_EQ(normalID(calendar).toString(), CString("c7ea95b1c2f27d4886f017d37bbd5484"));
+    EXPECT_EQ(offID(calendar).toString(), CString("6c231cb1ae9b9d4ab47820cbaaf96c45"));
+    for (int day = 0; day <= 8; ++day)
+    {
+        CCalendarDayTypeID const & id = calendar.getCalendarWeek().getDay(day);
+        EXPECT_EQ(id == offID(calendar), day == 1 || day == 7) << day;
+        EXPECT_EQ(id == normalID(calendar), 2 <= day && day <= 6) << day;
+    }
+    EXPECT_TRUE(calendar.getInUse().getValue() && calendar.getNormalDayInUse().getValue());
+    EXPECT_EQ(calendar.getNormalDay().getWorkingDuration(), CProjectDuration(8, 0));
+    EXPECT_EQ(static_cast<unsigned long>(calendar.getNormalDay().getColor()) & 0xFF, 0xD4u);
+
+    CCalendar const other;
+    EXPECT_FALSE(other == calendar);
+    EXPECT_FALSE(normalID(other) == normalID(calendar));
+}
+
+// The same action draws the same number of identifiers, however often it ran before.
+TEST(Calendar, OnlyNewObjectsDrawIdentifiers)
+{
+    auto const drawn = []
+    {
+        CCalendarDayTypeID::setCollectIssuedIDs(true);
+        CCalendar calendar;
+        calendar.isValidStartTime(at("2024-01-05 10:00"));
+        CCalendar copy(calendar);
+        copy = calendar;
+        copy.copyFromMasterCalendar();
+        copy.getCalendarWeek().getDay(0);
+        CCalendarException().setCalendarDayTypeID(CCalendarDayTypeID::getNULL());
+        CCalendarDayTypeID::setCollectIssuedIDs(false);
+        return CCalendarDayTypeID::getIssuedIDs().GetSize();
+    };
+    EXPECT_EQ(drawn(), 3);
+    EXPECT_EQ(drawn(), 3);
+}
+
+TEST(Calendar, DayTypeKeepsAtMostEightBlocks)
+{
+    CCalendarDayType day;
+    CProjectTimeOfDaySpan const block(clock("09:00"), clock("10:00"));
+    day.setTimeBlock(2, block);
+    EXPECT_EQ(day.getNumberOfTimeBlocks(), 3);
+    EXPECT_FALSE(day.getTimeBlock(1).isValid() || day.getTimeBlock(-1).isValid() || day.getTimeBlock(3).isValid());
+    EXPECT_TRUE(day.getTimeBlock(2) == block);
+    day.setTimeBlock(8, block);
+    day.setTimeBlock(-1, block);
+    day.deleteTimeBlock(3);
+    day.deleteTimeBlock(0);
+    EXPECT_EQ(day.getNumberOfTimeBlocks(), 2);
+    CProjectTimeOfDaySpanArray tooMany;
+    for (int each = 0; each < 9; ++each) tooMany.Add(block);
+    day.setTimeOfDaySpanArray(tooMany);
+    EXPECT_EQ(day.getNumberOfTimeBlocks(), 2);
+}
+
+// January 2024 begins on a Monday.
+TEST(Calendar, DaysAreSetByExceptionsWhereTheyDifferFromTheWeek)
+{
+    CProjectDate const wednesday = on("2024-01-10");
+    CCalendar calendar;
+    CCalendarDayTypeID const off = offID(calendar);
+    CCalendarDayTypeID const normal = normalID(calendar);
+
+    calendar.setDayTypeOfSelectedDate(wednesday, off);
+    EXPECT_TRUE(calendar.isDayAnException(wednesday));
+    EXPECT_FALSE(calendar.canEditDayType(wednesday));
+    calendar.setDayTypeOfSelectedDate(wednesday, calendar.getCalendarWeek().getDay(4));
+    EXPECT_FALSE(calendar.isDayAnException(wednesday));
+    EXPECT_EQ(exceptionsOf(calendar), "");
+
+    calendar.setDayTypeOfSelectedWeek(wednesday, off);
+    EXPECT_EQ(exceptionsOf(calendar), "01-08 01-09 01-10 01-11 01-12");
+    calendar.setDayTypeOfDayOfWeek(wednesday, off);
+    EXPECT_EQ(exceptionsOf(calendar), "01-08 01-09 01-11 01-12");
+    EXPECT_TRUE(calendar.getCalendarWeek().getDay(4) == off);
+    calendar.setDayTypeOfDayOfWeekOfSelectedMonth(on("2024-01-31"), normal);
+    EXPECT_EQ(exceptionsOf(calendar), "01-08 01-09 01-11 01-12 01-03 01-10 01-17 01-24 01-31");
+    calendar.setDayTypeOfDayOfWeekOfSelectedYear(wednesday, off);
+    EXPECT_EQ(exceptionsOf(calendar), "01-08 01-09 01-11 01-12");
+    calendar.setDayTypeOfDayOfWeekOfSelectedYear(on("2024-12-31"), off);
+    EXPECT_EQ(calendar.getCalendarDayExceptions().GetSize(), 3 + 53);
+}
+
+TEST(Calendar, SettingDaysEndsWhereDatesEnd)
+{
+    CCalendar calendar;
+    CCalendarDayTypeID const off = offID(calendar);
+    for (CProjectDate const & date : {CProjectDate(1901, 12, 13), CProjectDate(2038, 1, 19)})
+    {
+        calendar.setDayTypeOfSelectedWeek(date, off);
+        calendar.setDayTypeOfDayOfWeekOfSelectedMonth(date, off);
+        calendar.setDayTypeOfDayOfWeekOfSelectedYear(date, off);
+        EXPECT_TRUE(calendar.isDayAnException(date));
+    }
+    EXPECT_LT(calendar.getCalendarDayExceptions().GetSize(), 20);
+}
+
+// Arguments may be parts of the calendar that the call changes.
+TEST(Calendar, SettersTakeTheCalendarsOwnParts)
+{
+    CCalendar calendar;
+    CProjectDate const wednesday = on("2024-01-10");
+    calendar.setDayTypeOfSelectedDate(wednesday, offID(calendar));
+    CCalendarException const & exception = calendar.getCalendarDayExceptions()[0];
+    calendar.setDayTypeOfDayOfWeek(exception.getDate(), exception.getCalendarDayTypeID());
+    EXPECT_TRUE(calendar.getCalendarWeek().getDay(4) == offID(calendar));
+    calendar.addCalendarDayType(calendar.getCalendarDayTypes()[0]);
+    calendar.setCalendarDayTypes(calendar.getCalendarDayTypes());
+    calendar = *&calendar;
+    EXPECT_EQ(calendar.getCalendarDayTypes().GetSize(), 3);
+}
+
+TEST_F(InAProject, TheMastersExceptionsOverride)
+{
+    CProjectDate const date = friday.getDate();
+    own.setDayTypeOfSelectedDate(date, normalID(own));
+    EXPECT_TRUE(own.canEditDayType(date) && own.isValidStartTime(friday));
+    master.setDayTypeOfSelectedDate(date, offID(master));
+    EXPECT_TRUE(own.getDayType(date).getID() == offID(master));
+    EXPECT_FALSE(own.canEditDayType(date) || own.isDayAnException(date));
+    EXPECT_EQ(shown(own.getNextValidStartTime(friday)), "2024-01-08 09:00");
+    // An exception that names no day type of its calendar is none.
+    master.setDayTypeOfSelectedDate(date, CCalendarDayTypeID());
+    EXPECT_TRUE(own.isValidStartTime(friday));
+    // By identifier this calendar is the master, whatever another says.
+    master.setDayTypeOfSelectedDate(date, offID(master));
+    own.setID(master.getID());
+    EXPECT_TRUE(own.isValidStartTime(friday));
+}
+
+TEST_F(InAProject, NormalDaysAreBorrowedUntilTheyAreEdited)
+{
+    CCalendarDayType longDay = master.getNormalDay();
+    longDay.setTimeBlock(0, CProjectTimeOfDaySpan(clock("08:00"), clock("18:00")));
+    master.editCalendarDayType(longDay);
+    own.setNormalDayInUse(false);
+    EXPECT_TRUE(own.getNormalDay() == longDay && own.getDayType(friday.getDate()) == longDay);
+    EXPECT_EQ(shown(own.addDurationToTime(friday, CProjectDuration(9, 0), true)), "2024-01-08 09:00");
+
+    CCalendarDayType shortDay;
+    shortDay.setTimeBlock(0, CProjectTimeOfDaySpan(clock("10:00"), clock("12:00")));
+    EXPECT_TRUE(own.editCalendarDayType(shortDay));
+    EXPECT_TRUE(own.getNormalDayInUse().getValue());
+    EXPECT_EQ(own.getNormalDay().getWorkingDuration(), CProjectDuration(2, 0));
+    EXPECT_FALSE(own.editCalendarDayType(shortDay));
+    own.setInUse(false);
+    EXPECT_FALSE(own.editCalendarDayType(own.getNormalDay()));
+
+    // A week that names a day type that is gone has none on that day, and borrows none.
+    own.setNormalDayInUse(false);
+    own.setCalendarDayTypes(CCalendarDayTypeArray());
+    EXPECT_EQ(own.getDayType(friday.getDate()).getNumberOfTimeBlocks(), 0);
+    master.setNormalDayInUse(false);
+    EXPECT_EQ(master.getNormalDay().getNumberOfTimeBlocks(), 0);
+}
+
+// No answer comes from before a change, whoever changed.
+TEST_F(InAProject, EveryChangeIsSeen)
+{
+    auto const answer = [this] { return shown(own.addDurationToTime(friday, CProjectDuration(8, 0), true)).substr(5); };
+    EXPECT_EQ(answer(), "01-08 10:00");
+    master.setDayTypeOfSelectedDate(on("2024-01-08"), offID(master));
+    EXPECT_EQ(answer(), "01-09 10:00");
+    own.setDayTypeOfSelectedDate(on("2024-01-09"), offID(own));
+    EXPECT_EQ(answer(), "01-10 10:00");
+    CCalendar const before(own);
+    CCalendarWeek week = own.getCalendarWeek();
+    week.setDay(4, offID(own));
+    own.setCalendarWeek(week);
+    EXPECT_EQ(answer(), "01-11 10:00");
+    own.setCalendarDayExceptions(CCalendarExceptionArray());
+    EXPECT_EQ(answer(), "01-09 10:00");
+    own = before;
+    EXPECT_EQ(answer(), "01-10 10:00");
+    master.clear(true);
+    EXPECT_EQ(answer(), "01-08 10:00");
+    master.setDayTypeOfSelectedDate(on("2024-01-08"), offID(master));
+    EXPECT_EQ(answer(), "01-10 10:00");
+    own.setProject(nullptr);
+    EXPECT_EQ(answer(), "01-08 10:00");
+}
+
+TEST_F(InAProject, CopiesKnowTheirProject)
+{
+    master.setDayTypeOfSelectedDate(friday.getDate(), offID(master));
+    CCalendar const copy(own);
+    EXPECT_FALSE(copy.isValidStartTime(friday));
+    CCalendar assigned;
+    assigned = own;
+    EXPECT_FALSE(assigned.isValidStartTime(friday));
+    CCalendar const elsewhere;
+    assigned = elsewhere;
+    EXPECT_FALSE(assigned.isValidStartTime(friday));
+
+    CCalendarID const id = own.getID();
+    own.copyFromMasterCalendar();
+    EXPECT_TRUE(own.getID() == id && own.getCalendarDayExceptions() == master.getCalendarDayExceptions());
+    EXPECT_FALSE(own.getInUse().getValue() || own.getNormalDayInUse().getValue());
+    master.copyFromMasterCalendar();
+    EXPECT_TRUE(master.getInUse().getValue());
+}
+
+TEST(Calendar, FlagsFollowTheFieldsButNotTheIdentifier)
+{
+    CCalendar calendar;
+    EXPECT_TRUE(calendar.setChanged());
+    calendar.resetChanged();
+    EXPECT_FALSE(calendar.setChanged());
+    calendar.setID(CCalendarID());
+    EXPECT_FALSE(calendar.setChanged());
+    EXPECT_TRUE(calendar.getID().getChanged());
+    calendar.setNormalDayInUse(true);
+    EXPECT_TRUE(calendar.setChanged() && calendar.getChanged());
+}
+
+// Being asked sorts the exceptions, which counts as a change; and a copy of sorted ones is changed.
+TEST(Calendar, SortedExceptionsCountAsChanged)
+{
+    CCalendar calendar;
+    calendar.setDayTypeOfSelectedDate(on("2024-01-08"), offID(calendar));
+    calendar.setDayTypeOfSelectedDate(on("2024-01-03"), offID(calendar));
+    calendar.resetChanged();
+    CCalendarExceptionArray const unsorted(calendar.getCalendarDayExceptions());
+    EXPECT_FALSE(unsorted.getChanged() || calendar.setChanged());
+    calendar.isValidStartTime(at("2024-02-05 10:00"));
+    EXPECT_TRUE(calendar.setChanged());
+    calendar.resetChanged();
+    calendar.getDayType(on("2024-01-08"));
+    EXPECT_FALSE(calendar.setChanged());
+    CCalendarExceptionArray const sorted(calendar.getCalendarDayExceptions());
+    EXPECT_TRUE(sorted.getChanged());
+    EXPECT_EQ(sorted.findByDate(on("2024-01-03")), 1);
+    EXPECT_EQ(sorted.findByDate(on("2024-01-04")), -1);
+}
+
+TEST(Calendar, DurationsInWorkingDays)
+{
+    CCalendar const calendar;
+    CProjectDuration const duration(3, 2, 30, calendar);
+    EXPECT_EQ(duration.GetTotalSeconds(), 3 * 28800 + 9000);
+    EXPECT_EQ(duration.GetDays(calendar), 3);
+    EXPECT_EQ(duration.GetHours(calendar), 2);
+    EXPECT_EQ(duration.GetMinutes(calendar), 30);
+    EXPECT_EQ(CProjectDuration(-10 * 3600L).GetDays(calendar), -1);
+    EXPECT_EQ(CProjectDuration(-10 * 3600L).GetHours(calendar), -2);
+    EXPECT_EQ(CProjectDuration(LONG_MAX, 0, 0, calendar).GetTotalSeconds(), INT32_MAX / 60 * 60);
+
+    CCalendar idle;
+    idle.setCalendarDayTypes(CCalendarDayTypeArray());
+    EXPECT_EQ(duration.GetDays(idle), 0);
+    EXPECT_EQ(duration.GetHours(idle), 26);
+    EXPECT_EQ(duration.GetMinutes(idle), 30);
+}
+
+}  // namespace
