@@ -28,6 +28,7 @@ CLink::CLink(CTaskID const & upstreamTaskID, CLinkType const & type) : upstreamT
 
 CLink::CLink(CLink const & other)
     : CRecord(other),
+      distance(other.distance),
       id(other.id),
       upstreamTaskID(other.upstreamTaskID),
       type(other.type),

@@ -38,6 +38,11 @@ public:
     // The last start of the upstream task with which the downstream task can stay, on the upstream calendar.
     CProjectTime getLatestStartOfUpstreamTask(CTask const & upstream, CTask const & downstream) const;
 
+    // How many rows above its own the upstream task stood when a walk over the whole tree last looked: where the
+    // next one looks first. No part of the link's value.
+    int upstreamDistance() const { return distance; }
+    void setUpstreamDistance(int rows) const { distance = rows; }
+
     static int getCreated() { return s_created; }
     static int getDeleted() { return s_deleted; }
     static void resetCreatedAndDeletedCount() { s_created = s_deleted = 0; }
@@ -47,6 +52,7 @@ private:
     template <class Visit>
     static void describe(Visit && visit);
 
+    mutable int distance = 0;
     CLinkID id;
     CTaskID upstreamTaskID{orvane::nullID};
     CLinkType type;

@@ -182,6 +182,12 @@ CTask * CTaskArray::findInForest(CTaskID const & id) const
     return forest ? forest->find(id) : nullptr;
 }
 
+bool CTaskArray::hasUniqueIDs() const
+{
+    orvane::CTaskIndex * const forest = forestIndex();
+    return forest && forest->hasUniqueIDs();
+}
+
 void CTaskArray::beRoots()
 {
     if (!index) index = std::make_unique<orvane::CTaskIndex>(*this);

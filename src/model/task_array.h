@@ -52,6 +52,8 @@ public:
     CTask * getOwner() const { return owner; }
     // The task of that identifier anywhere in this forest, as a search would find it, level first.
     CTask * findInForest(CTaskID const & id) const;
+    // Whether no two tasks of this forest have the same identifier, and none a NULL one; false without an index.
+    bool hasUniqueIDs() const;
     // Makes this array the roots of a forest with an index of its own.
     void beRoots();
 

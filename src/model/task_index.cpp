@@ -33,9 +33,16 @@ CTask * CTaskIndex::find(CTaskID const & id)
     return found->second.count == 1 ? found->second.only : const_cast<CTask *>(roots.searchLevelFirst(id));
 }
 
+bool CTaskIndex::hasUniqueIDs()
+{
+    if (!built) build();
+    return doubled == 0 && !tasks.contains(_GUID{});
+}
+
 void CTaskIndex::build()
 {
     tasks.clear();
+    doubled = 0;
     built = true;
     for (CTask const & task : roots) subtreeEnters(const_cast<CTask &>(task));
 }
@@ -62,6 +69,7 @@ void CTaskIndex::enter(CTask & task, _GUID const & id)
     if (!built) return;
     Holders & holders = tasks[id];
     holders.only = ++holders.count == 1 ? &task : nullptr;
+    if (holders.count == 2) ++doubled;
 }
 
 void CTaskIndex::leave(CTask &, _GUID const & id)

@@ -23,6 +23,8 @@ public:
     // The task of that identifier; null when the forest holds none. Where several tasks carry the
     // identifier, the one that stands first in a level-first search.
     CTask * find(CTaskID const & id);
+    // Whether no two tasks have the same identifier, and none a NULL one.
+    bool hasUniqueIDs();
 
     // The forest's arrays say what happens to them.
     void subtreeEnters(CTask & task);
@@ -43,6 +45,8 @@ private:
 
     CTaskArray & roots;
     std::unordered_map<_GUID, Holders> tasks;
+    // Identifiers that stand twice or more.
+    int doubled = 0;
     bool built = false;
 };
 

@@ -147,7 +147,10 @@ private:
     {
         using is_transparent = void;
         bool operator()(Entry const * a, Entry const * b) const { return a == b; }
-        bool operator()(std::string_view bytes, Entry const * entry) const { return bytes == orvane::keyBytes(entry->key); }
+        bool operator()(std::string_view bytes, Entry const * entry) const
+        {
+            return bytes == orvane::keyBytes(entry->key);
+        }
         bool operator()(Entry const * entry, std::string_view bytes) const { return (*this)(bytes, entry); }
     };
 

@@ -69,8 +69,7 @@ CCalendar::CCalendar()
     clear(false);
 }
 
-CCalendar::CCalendar(Unissued)
-    : id(unissued<CCalendarID>()), defaultDayType(unissued<CCalendarDayTypeID>())
+CCalendar::CCalendar(Unissued) : id(unissued<CCalendarID>()), defaultDayType(unissued<CCalendarDayTypeID>())
 {
     build(CCalendarDayType(unissued<CCalendarDayTypeID>()), CCalendarDayType(unissued<CCalendarDayTypeID>()));
 }
@@ -184,6 +183,12 @@ void CCalendar::setNormalDayInUse(bool flag)
     contentChanged();
 }
 
+void CCalendar::postSerialize(CProject * value)
+{
+    project = value;
+    contentChanged();
+}
+
 // ---- which day type -------------------------------------------------------------------------------
 
 CCalendarDayType const * CCalendar::findDayType(CCalendarDayTypeID const & dayTypeID) const
@@ -273,7 +278,8 @@ CWorkingTime CCalendar::makeWorkingTime(CCalendar const & master) const
     };
 
     std::array<std::size_t, daysPerWeek> weekKinds;
-    for (std::size_t day = 0; day < weekKinds.size(); ++day) weekKinds[day] = kind(getWeekDayType(static_cast<int>(day) + 1));
+    for (std::size_t day = 0; day < weekKinds.size(); ++day)
+        weekKinds[day] = kind(getWeekDayType(static_cast<int>(day) + 1));
 
     std::vector<std::int64_t> days;
     for (CCalendarException const & exception : exceptions) days.push_back(exception.getDate().getDayNumber());

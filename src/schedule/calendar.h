@@ -14,7 +14,7 @@ namespace orvane
 class CWorkingTime;
 enum class Direction : int;
 enum class Edge;
-}
+}  // namespace orvane
 
 // When work is done: the arithmetic that turns a moment and a length of working time into another moment,
 // and back. Every time of a task passes through it.
@@ -65,7 +65,8 @@ public:
     void setNormalDayInUse(bool flag);
     // Not owned; may be null.
     void setProject(CProject * value) { project = value; }
-    void postSerialize(CProject * value) { project = value; }
+    // To be called after loading.
+    void postSerialize(CProject * value);
 
     // ---- days -----------------------------------------------------------------------------------
     // The day type in force on a date, or an empty one where the calendar names none.

@@ -91,4 +91,6 @@ extern template class orvane::CRecord<CCalendarDayType>;
 
 extern template class orvane::CRecord<CCalendarDayType>;
 
-class CCalendarDayTypeArray : public orvane::CIdentifiedArray<CCalendarDayTypeArray, CCalendarDayType> {};
+class CCalendarDayTypeArray : public orvane::CIdentifiedArray<CCalendarDayTypeArray, CCalendarDayType>
+{
+};

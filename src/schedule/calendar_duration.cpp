@@ -13,7 +13,8 @@ long workingSecondsOfDay(CCalendar const & calendar)
 }  // namespace
 
 CProjectDuration::CProjectDuration(long days, int hours, int minutes, CCalendar const & calendar)
-    : CProjectDuration(orvane::saturate<std::int32_t>(days) * workingSecondsOfDay(calendar) + (hours * 60L + minutes) * 60L)
+    : CProjectDuration(orvane::saturate<std::int32_t>(days) * workingSecondsOfDay(calendar) +
+                       (hours * 60L + minutes) * 60L)
 {
 }
 

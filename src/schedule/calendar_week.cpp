@@ -35,9 +35,9 @@ void CCalendarWeek::describe(Visit && visit)
 
 template class orvane::CRecord<CCalendarWeek>;
 
-CCalendarDayTypeID CCalendarWeek::* CCalendarWeek::fieldOf(int day)
+CCalendarDayTypeID CCalendarWeek::*CCalendarWeek::fieldOf(int day)
 {
-    CCalendarDayTypeID CCalendarWeek::* found = nullptr;
+    CCalendarDayTypeID CCalendarWeek::*found = nullptr;
     int each = 1;
     describe([&](char const *, auto field) { found = each++ == day ? field : found; });
     return found;

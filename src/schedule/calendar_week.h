@@ -18,7 +18,7 @@ private:
     static void describe(Visit && visit);
 
     // The field of a day; null for any other number.
-    static CCalendarDayTypeID CCalendarWeek::* fieldOf(int day);
+    static CCalendarDayTypeID CCalendarWeek::*fieldOf(int day);
 
     CCalendarDayTypeID sunday{orvane::nullID};
     CCalendarDayTypeID monday{orvane::nullID};

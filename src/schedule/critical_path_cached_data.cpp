@@ -1,7 +1,5 @@
 #include "schedule/critical_path_cached_data.h"
 
-#include <algorithm>
-#include <bit>
 #include <cstdint>
 #include <vector>
 
@@ -41,7 +39,7 @@ bool arrivesAtStart(int type)
 }
 
 // The tasks of a project in the order of the tree and their links, as plain numbers side by side: tasks and
-// links lie apart in memory, and each is read once.
+// links lie far apart in memory, and each is read once.
 class Network
 {
 public:
@@ -60,21 +58,22 @@ public:
     };
     struct Link
     {
-        // The upstream row, or none.
+        // The row of the upstream task; the row behind the last when it is missing.
         int upstream;
         int type;
     };
 
-    explicit Network(CProject const & project)
+    explicit Network(CProject const & project) : project(project), idsAreUnique(project.getAllTasks().hasUniqueIDs())
     {
         addRows(project.getAllTasks());
-        findRows(project);
+        missing = static_cast<int>(rows.size());
+        rows.push_back({nullptr});
         addLinks();
-        rows.push_back({nullptr, none, static_cast<int>(links.size())});
-        if (hasDoubledIDs) feedNamesakes();
+        rows.back().firstLink = static_cast<int>(links.size());
+        if (!idsAreUnique) feedNamesakes();
     }
 
-    int size() const { return static_cast<int>(rows.size()) - 1; }
+    int size() const { return missing; }
     Row const & row(int number) const { return rows[at(number)]; }
     Link const & link(int place) const { return links[at(place)]; }
     int endOfLinks(int number) const { return rows[at(number) + 1].firstLink; }
@@ -89,53 +88,19 @@ private:
     {
         for (CTask const & task : tasks)
         {
-            std::size_t const number = rows.size();
+            int const number = static_cast<int>(rows.size());
             rows.push_back({&task});
-            ids.push_back(task.getID().getGUID());
+            if (task.walkMark() != number) task.setWalkMark(number);
             if (task.getSubTasks()) addRows(*task.getSubTasks());
-            rows[number].end = static_cast<int>(rows.size());
+            rows[at(number)].end = static_cast<int>(rows.size());
         }
     }
-
-    // ---- rows by identifier: open addressing, at most half full --------------------------------
-
-    void findRows(CProject const & project)
-    {
-        table.assign(std::bit_ceil(2 * rows.size() + 1), none);
-        for (int number = 0; number < static_cast<int>(rows.size()); ++number)
-        {
-            int & known = placeOf(ids[at(number)]);
-            if (known == none) known = number;
-            else hasDoubledIDs = true;
-        }
-        if (hasDoubledIDs) settleNamesakes(project);
-    }
-    int & placeOf(_GUID const & id)
-    {
-        std::size_t const mask = table.size() - 1;
-        std::size_t place = std::hash<_GUID>()(id) & mask;
-        while (table[place] != none && !(ids[at(table[place])] == id)) place = (place + 1) & mask;
-        return table[place];
-    }
-    // Of tasks with one identifier, links mean the one that the project finds.
-    void settleNamesakes(CProject const & project)
-    {
-        for (int number = 0; number < static_cast<int>(rows.size()); ++number) rows[at(number)].task->setWalkMark(number);
-        for (Row const & row : rows)
-            if (CTask const * const found = project.getTask(row.task->getID())) placeOf(found->getID().getGUID()) = found->walkMark();
-    }
-    void feedNamesakes()
-    {
-        for (std::size_t number = 0; number < ids.size(); ++number) rows[number].feeds |= rows[at(placeOf(ids[number]))].feeds;
-    }
-
-    // ---- links ---------------------------------------------------------------------------------
 
     // The links of tasks below a blank task are followed, but do not count as leaving their upstream tasks.
     void addLinks()
     {
-        int notCollected = 0;
-        for (int number = 0; number < static_cast<int>(rows.size()); ++number)
+        int collectedFrom = 0;
+        for (int number = 0; number < missing; ++number)
         {
             prefetch(number);
             Row & row = rows[at(number)];
@@ -144,39 +109,53 @@ private:
             row.isSummary = task.getSubTasks() != nullptr;
             row.isValid = task.isValid();
             if (row.isValid) row.own = static_cast<Seconds>(task.getDurationToEndOfStoredRisk().GetTotalSeconds());
-            if (!row.isValid || ids[at(number)] == _GUID{}) notCollected = std::max(notCollected, row.end);
+            if (!row.isValid || task.getID().isNULL()) collectedFrom = std::max(collectedFrom, row.end);
             for (CLink const & link : task.getUpstreamLinks())
             {
-                _GUID const & id = link.getUpstreamTaskID().getGUID();
-                int const upstream = placeOf(id);
-                if (upstream != none && number >= notCollected) rows[at(upstream)].feeds = true;
-                links.push_back({id == _GUID{} ? none : upstream, link.getType().getEquivalentValue()});
+                int const upstream = findUpstream(link, number);
+                links.push_back({upstream, link.getType().getEquivalentValue()});
+                if (number < collectedFrom) continue;
+                rows[at(upstream)].feeds = true;
+                if (!idsAreUnique) upstreamIDs.insert(link.getUpstreamTaskID().getGUID());
             }
         }
     }
+    // A task is looked for as many rows above as it stood when last seen, before it is looked up.
+    int findUpstream(CLink const & link, int number) const
+    {
+        int const guess = number - link.upstreamDistance();
+        if (idsAreUnique && guess >= 0 && guess < missing && rows[at(guess)].task->getID().getGUID() == link.getUpstreamTaskID().getGUID())
+            return guess;
+        CTask const * const task = project.getTask(link.getUpstreamTaskID());
+        if (!task) return missing;
+        link.setUpstreamDistance(number - task->walkMark());
+        return task->walkMark();
+    }
+    // An identifier that stands twice is that of each of its tasks.
+    void feedNamesakes()
+    {
+        for (int number = 0; number < missing; ++number)
+            rows[at(number)].feeds = upstreamIDs.contains(rows[at(number)].task->getID().getGUID());
+    }
     void prefetch(int number) const
     {
-        constexpr std::size_t ahead = 8;
-        std::size_t const far = at(number) + ahead;
-        if (far < rows.size())
-        {
-            char const * const task = reinterpret_cast<char const *>(rows[far].task);
-            for (int line = 0; line < 8; ++line) __builtin_prefetch(task + line * 64);
-        }
-        std::size_t const near = at(number) + ahead / 2;
-        if (near < rows.size() && !rows[near].task->getUpstreamLinks().IsEmpty())
-        {
-            char const * const link = reinterpret_cast<char const *>(&rows[near].task->getUpstreamLinks().GetAt(0));
-            __builtin_prefetch(link);
-            __builtin_prefetch(link + 64);
-        }
+        constexpr int ahead = 12;
+        if (number + ahead >= missing) return;
+        CTask const & far = *rows[at(number + ahead)].task;
+        __builtin_prefetch(&far.getID());
+        __builtin_prefetch(&far.getUpstreamLinks());
+        CLinkArray const & near = rows[at(number + ahead / 2)].task->getUpstreamLinks();
+        if (near.IsEmpty()) return;
+        __builtin_prefetch(&near.GetAt(0).getUpstreamTaskID());
+        __builtin_prefetch(&near.GetAt(0).getStatus());
     }
 
+    CProject const & project;
+    bool const idsAreUnique;
+    int missing = 0;
     std::vector<Row> rows;
-    std::vector<_GUID> ids;
     std::vector<Link> links;
-    std::vector<int> table;
-    bool hasDoubledIDs = false;
+    std::unordered_set<_GUID> upstreamIDs;
 };
 
 // The longest chain over a network, each task measured once. Chains can be as long as the plan, so the walk
@@ -191,42 +170,50 @@ public:
         bool withLinks = false;
     };
 
-    explicit LongestChain(Network const & network) : network(network), measures(at(network.size())) {}
+    explicit LongestChain(Network const & network) : network(network), measures(at(network.size()) + 1)
+    {
+        for (int row = 0; row < network.size(); ++row) measureIfKnown(row);
+    }
 
     Winner find() { return findEnd(0, network.size()); }
 
-    // The row of the winner's own task, or that of each task of its chain, from the last to the first.
-    template <class Visit>
-    void forLinksBackward(Winner const & winner, Visit const & visit) const
+    // The links of the winner's chain, from the last to the first.
+    std::vector<CLink const *> linksBackward(Winner const & winner) const
     {
-        for (int row = winner.row; measures[at(row)].taken != none; row = network.link(measures[at(row)].taken).upstream)
-            visit(network.recordOf(row, measures[at(row)].taken));
+        std::vector<CLink const *> links;
+        if (!winner.withLinks) return links;
+        for (int row = winner.row; taken(row) != none; row = network.link(taken(row)).upstream)
+            links.push_back(&network.recordOf(row, taken(row)));
+        return links;
     }
 
-    // Whether a chain's length is a number that a duration would call valid: a sum is, what is passed on along
-    // links from finish to finish is what it was, and a chain without any link that counts has none.
+    // Whether a duration would call the length valid: a sum is, one that is passed on from finish to finish is
+    // what it was, and that of a chain without a link that counts is not.
     bool isLengthValid(Winner const & winner) const
     {
         int row = winner.row;
-        while (measures[at(row)].taken != none)
+        while (winner.withLinks && taken(row) != none)
         {
-            Network::Link const & link = network.link(measures[at(row)].taken);
+            Network::Link const & link = network.link(taken(row));
             if (link.type != CLinkType::FinishToFinish) return true;
             row = link.upstream;
             if (!network.hasLinks(row)) return network.row(row).task->getDurationToEndOfStoredRisk().isValid();
         }
-        return false;
+        return !winner.withLinks;
     }
 
 private:
-    enum class State : std::uint8_t { unseen, onTheWay, measured };
+    // Missing: a task that is gone or blank, or already on the way, as only links out of a file bring about.
+    enum class State : std::uint8_t { missing, unseen, measured };
 
     struct Measure
     {
-        Seconds length = 0;
+        // What links from the task's finish and from its start pass on.
+        Seconds toFinish = 0;
+        Seconds toStart = 0;
         // The place of the chosen link, or none.
         int taken = none;
-        State state = State::unseen;
+        State state = State::missing;
     };
     struct Step
     {
@@ -234,6 +221,30 @@ private:
         int link;
         Seconds longest = 0;
     };
+
+    int taken(int row) const { return measures[at(row)].taken; }
+
+    // In most plans most links come from rows above: one sweep measures these, and leaves those for later
+    // whose chains are not all known.
+    void measureIfKnown(int row)
+    {
+        Measure & measure = measures[at(row)];
+        if (!network.row(row).isValid) return;
+        if (!network.hasLinks(row))
+        {
+            measure = {network.row(row).own, 0, none, State::measured};
+            return;
+        }
+        measure.state = State::unseen;
+        Step step = firstStep(row);
+        for (int link = step.link; link < network.endOfLinks(row); ++link)
+        {
+            int const upstream = network.link(link).upstream;
+            if (network.row(upstream).isValid && measures[at(upstream)].state != State::measured) return;
+        }
+        while (step.link < network.endOfLinks(row)) weigh(step);
+        finish(step);
+    }
 
     Winner findEnd(int row, int end)
     {
@@ -246,7 +257,7 @@ private:
             if (!task.feeds && network.hasLinks(row))
             {
                 measure(row);
-                Seconds const length = measures[at(row)].length;
+                Seconds const length = measures[at(row)].toFinish;
                 if (length >= best.length) best = {row, length, true};
             }
             if (!task.isSummary) continue;
@@ -266,51 +277,44 @@ private:
             {
                 finish(step);
                 road.pop_back();
-                continue;
             }
-            int const upstream = network.link(step.link).upstream;
-            if (mustBeMeasuredFirst(upstream)) enter(upstream);
-            else weigh(step, upstream);
+            else if (!enter(network.link(step.link).upstream)) weigh(step);
         }
     }
-    void enter(int row)
+    // Whether the row has to be measured first, and now is on the way.
+    bool enter(int row)
     {
-        if (measures[at(row)].state != State::unseen) return;
-        measures[at(row)].state = State::onTheWay;
-        road.push_back({row, network.row(row).firstLink});
+        if (measures[at(row)].state != State::unseen) return false;
+        measures[at(row)].state = State::missing;
+        road.push_back(firstStep(row));
+        return true;
     }
-    bool mustBeMeasuredFirst(int upstream) const
-    {
-        return upstream != none && measures[at(upstream)].state == State::unseen && network.row(upstream).isValid &&
-               network.hasLinks(upstream);
-    }
+    Step firstStep(int row) const { return {row, network.row(row).firstLink}; }
 
-    // A task already on the way, as only links out of a file bring about, counts as missing.
-    void weigh(Step & step, int upstream)
+    void weigh(Step & step)
     {
         int const place = step.link++;
-        if (upstream == none || !network.row(upstream).isValid || measures[at(upstream)].state == State::onTheWay) return;
-        Seconds const own = network.row(upstream).own;
-        Seconds const up = measures[at(upstream)].length;
-        bool const fromStart = leavesStart(network.link(place).type);
-        Seconds length = 0;
-        if (network.hasLinks(upstream)) length = fromStart ? wholeMinutes(long{up} - own) : up;
-        else if (!fromStart) length = own;
+        Network::Link const & link = network.link(place);
+        Measure const & upstream = measures[at(link.upstream)];
+        if (upstream.state == State::missing) return;
+        Seconds const length = leavesStart(link.type) ? upstream.toStart : upstream.toFinish;
         if (length < step.longest) return;
         step.longest = length;
         measures[at(step.row)].taken = place;
     }
-    // Without a link that counts the length stays zero.
+    // Without a link that counts the length is zero.
     void finish(Step const & step)
     {
-        Measure & measured = measures[at(step.row)];
-        measured.state = State::measured;
-        if (measured.taken == none) return;
-        bool const addsOwn = arrivesAtStart(network.link(measured.taken).type);
-        measured.length = addsOwn ? wholeMinutes(long{network.row(step.row).own} + step.longest) : step.longest;
+        Measure & measure = measures[at(step.row)];
+        Seconds const own = network.row(step.row).own;
+        if (measure.taken != none)
+            measure.toFinish = arrivesAtStart(network.link(measure.taken).type) ? wholeMinutes(long{own} + step.longest) : step.longest;
+        measure.toStart = wholeMinutes(long{measure.toFinish} - own);
+        measure.state = State::measured;
     }
 
     Network const & network;
+    // One more for what is missing.
     std::vector<Measure> measures;
     std::vector<Step> road;
 };
@@ -324,13 +328,12 @@ void CCriticalPathCachedData::updateFromProject(CProject * source)
     Network const network(*project);
     LongestChain chain(network);
     LongestChain::Winner const winner = chain.find();
-    std::vector<CLink const *> backward;
-    if (winner.withLinks) chain.forLinksBackward(winner, [&](CLink const & link) { backward.push_back(&link); });
+    std::vector<CLink const *> const backward = chain.linksBackward(winner);
     linksInCriticalPath.RemoveAll();
     linksInCriticalPath.Reserve(static_cast<int>(backward.size()));
     for (auto link = backward.rbegin(); link != backward.rend(); ++link) linksInCriticalPath.Add(**link);
     durationOfCriticalPath = CProjectDuration(winner.length);
-    if (winner.withLinks && !chain.isLengthValid(winner)) durationOfCriticalPath = CProjectDuration();
+    durationOfCriticalPath.setValid(chain.isLengthValid(winner));
     if (winner.row != none) endTaskID = network.row(winner.row).task->getID();
     else endTaskID.clear();
     tasksLeft.clear();

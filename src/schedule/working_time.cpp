@@ -10,11 +10,6 @@ namespace orvane
 namespace
 {
 
-constexpr int step(Direction direction)
-{
-    return static_cast<int>(direction);
-}
-
 constexpr std::int64_t daysPerWeek = 7;
 // The Sunday from which weeks are counted: 28 December 1969.
 constexpr std::int64_t firstSunday = -4;
@@ -88,15 +83,14 @@ CWorkingTime::CWorkingTime(std::vector<CWorkingDay> kinds, std::array<std::size_
         std::int64_t const work = weekWorkBefore(exception.day) + specialWorkBefore(special.size());
         special.push_back({exception.day, work + this->kinds[exception.kind].getMinutes(), exception.kind});
     }
-    ascends = std::all_of(this->kinds.begin(), this->kinds.end(), [](auto const & kind) { return kind.getMinutes() >= 0; });
+    ascends =
+        std::all_of(this->kinds.begin(), this->kinds.end(), [](auto const & kind) { return kind.getMinutes() >= 0; });
 }
 
 std::optional<std::int64_t> CWorkingTime::moved(std::int64_t time, std::int64_t duration, Direction direction,
                                                 Edge purpose) const
 {
-    bool const forward = direction == Direction::forward;
-    Edge const near = forward ? Edge::start : Edge::end;
-    Edge const far = forward ? Edge::end : Edge::start;
+    Edge const far = farEdge(direction);
     std::int64_t const day = dayOf(time);
     CWorkingDay const & today = kindOf(day);
     std::int64_t const rest = today.between(clockOf(time), today.outer(far));
@@ -110,7 +104,8 @@ std::optional<std::int64_t> CWorkingTime::moved(std::int64_t time, std::int64_t 
     std::optional<Reached> const reached = reach(day + step(direction), duration - rest, direction);
     if (!reached) return {};
     CWorkingDay const & last = kindOf(reached->day);
-    return corrected(settled(reached->day, last.moved(last.outer(near), reached->rest, direction)), purpose);
+    return corrected(settled(reached->day, last.moved(last.outer(nearEdge(direction)), reached->rest, direction)),
+                     purpose);
 }
 
 std::optional<std::int64_t> CWorkingTime::corrected(std::int64_t time, Edge purpose) const

@@ -34,7 +34,8 @@ public:
 
     // The time so much work away from a time, good for a start or an end. Nothing if that lies nowhere
     // within the years that times reach; so with nearestValid.
-    std::optional<std::int64_t> moved(std::int64_t time, std::int64_t duration, Direction direction, Edge purpose) const;
+    std::optional<std::int64_t> moved(std::int64_t time, std::int64_t duration, Direction direction,
+                                      Edge purpose) const;
     // The work from one time to a later one, at least zero.
     std::int64_t between(std::int64_t from, std::int64_t to) const;
     bool isValid(std::int64_t time, Edge edge) const;

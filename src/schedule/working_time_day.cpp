@@ -9,22 +9,6 @@ namespace orvane
 namespace
 {
 
-constexpr int step(Direction direction)
-{
-    return static_cast<int>(direction);
-}
-
-// The two ends of a block in the order in which a direction meets them.
-constexpr Edge nearEdge(Direction direction)
-{
-    return direction == Direction::forward ? Edge::start : Edge::end;
-}
-
-constexpr Edge farEdge(Direction direction)
-{
-    return direction == Direction::forward ? Edge::end : Edge::start;
-}
-
 // How far `to` lies ahead of `from`, or zero.
 std::int64_t ahead(Clock from, Clock to, Direction direction)
 {
@@ -45,11 +29,6 @@ CProjectTimeOfDay Clock::timeOfDay() const
     CProjectTimeOfDay time(0, minute);
     time.setValid(valid);
     return time;
-}
-
-Clock Clock::plusFew(int minutes) const
-{
-    return minutes == 0 ? *this : plus(minutes);
 }
 
 Clock Clock::plus(std::int64_t minutes) const
@@ -98,9 +77,8 @@ Clock CWorkingDay::nearestValid(Clock time, Edge edge, Direction direction) cons
         Block const & candidate = block(each);
         int const first = candidate.first(edge);
         int const last = candidate.last(edge);
-        bool const isAhead = forward ? time.minute < first : last < time.minute;
-        if (isAhead) return forward ? candidate.start.plusFew(first - candidate.start.minute)
-                                    : candidate.end.plusFew(last - candidate.end.minute);
+        if (forward ? time.minute < first : last < time.minute)
+            return forward ? candidate.firstTime(edge) : candidate.lastTime(edge);
         if (forward ? time.minute <= last : first <= time.minute) return time;
     }
     return {};
@@ -110,16 +88,15 @@ Clock CWorkingDay::moved(Clock time, std::int64_t duration, Direction direction)
 {
     int each = findBlock(time);
     if (each < 0) return {};
-    auto const bound = [&](int index, Edge edge) { return edge == Edge::start ? block(index).start : block(index).end; };
     std::int64_t rest = duration;
     Clock from = time;
-    std::int64_t room = ahead(from, bound(each, farEdge(direction)), direction);
+    std::int64_t room = ahead(from, block(each).bound(farEdge(direction)), direction);
     while (rest > room)
     {
         rest -= room;
         each += step(direction);
         if (!isIn(each)) return {};
-        from = bound(each, nearEdge(direction));
+        from = block(each).bound(nearEdge(direction));
         room = block(each).length();
     }
     return from.plus(rest * step(direction));
@@ -136,7 +113,8 @@ std::int64_t CWorkingDay::between(Clock a, Clock b) const
     int const last = findBlock(to);
     if (first < 0 || last < first) return 0;
     if (first == last) return to.minute - from.minute;
-    std::int64_t total = ahead(from, block(first).end, Direction::forward) + ahead(block(last).start, to, Direction::forward);
+    std::int64_t total =
+        ahead(from, block(first).end, Direction::forward) + ahead(block(last).start, to, Direction::forward);
     for (int each = first + 1; each < last; ++each) total += block(each).minutes;
     return std::max<std::int64_t>(0, total);
 }
@@ -146,11 +124,10 @@ Clock CWorkingDay::rotated(Clock time, Direction direction) const
     Edge const near = nearEdge(direction);
     Clock const last = outer(farEdge(direction));
     if (ahead(last, time, direction) > 0) return outer(near);
-    auto const bound = [&](int index, Edge edge) { return edge == Edge::start ? block(index).start : block(index).end; };
     for (int each = firstOf(direction); isIn(each + step(direction)); each += step(direction))
     {
-        Clock const next = bound(each + step(direction), near);
-        bool const past = ahead(time, bound(each, farEdge(direction)), direction) == 0;
+        Clock const next = block(each + step(direction)).bound(near);
+        bool const past = ahead(time, block(each).bound(farEdge(direction)), direction) == 0;
         if (past && ahead(time, next, direction) > 0) return next;
     }
     return time;

@@ -9,9 +9,33 @@
 namespace orvane
 {
 
-enum class Direction : int { backward = -1, forward = 1 };
-// What a time is to be good for.
-enum class Edge { start, end };
+enum class Direction : int
+{
+    backward = -1,
+    forward = 1
+};
+// What a time is to be good for; also the two ends of a block or a day.
+enum class Edge
+{
+    start,
+    end
+};
+
+constexpr int step(Direction direction)
+{
+    return static_cast<int>(direction);
+}
+
+// The end that is met first when going in a direction, and the other one.
+constexpr Edge nearEdge(Direction direction)
+{
+    return direction == Direction::forward ? Edge::start : Edge::end;
+}
+
+constexpr Edge farEdge(Direction direction)
+{
+    return direction == Direction::forward ? Edge::end : Edge::start;
+}
 
 // A time on the clock in whole minutes after midnight. Given times may lie beyond the day and be not valid,
 // and compare as the numbers they are; computed ones lie within the day.
@@ -28,8 +52,6 @@ struct Clock
     int minuteOfDay() const { return static_cast<int>(floorMod(minute, minutesPerDay)); }
     // Round midnight; as valid as this.
     Clock plus(std::int64_t minutes) const;
-    // The same, but without minutes this very time, also beyond the day.
-    Clock plusFew(int minutes) const;
 };
 
 inline CProjectDuration durationOfMinutes(std::int64_t minutes)
@@ -63,23 +85,25 @@ public:
     Clock rotated(Clock time, Direction direction) const;
 
 private:
-    // Whole minutes may be negative here where a block ends before it starts.
     struct Block
     {
         Clock start;
         Clock end;
-        std::int64_t minutes;
+        std::int64_t minutes;  // negative where the block ends before it starts
 
+        Clock bound(Edge edge) const { return edge == Edge::start ? start : end; }
         std::int64_t length() const { return start.minute < end.minute ? end.minute - start.minute : 0; }
-        // The first and the last minute that is good for that; unlike other times not brought into the day.
+        // The first and the last minute that is good for that, before they are brought into the day.
         int first(Edge edge) const { return edge == Edge::start ? start.minute : start.minute + 1; }
         int last(Edge edge) const { return edge == Edge::start ? end.minute - 1 : end.minute; }
         bool holds(int minute, Edge edge) const { return first(edge) <= minute && minute <= last(edge); }
+        Clock firstTime(Edge edge) const { return edge == Edge::start ? start : start.plus(1); }
+        Clock lastTime(Edge edge) const { return edge == Edge::start ? end.plus(-1) : end; }
     };
 
     Block const & block(int index) const { return blocks[static_cast<std::size_t>(index)]; }
     int size() const { return static_cast<int>(blocks.size()); }
-    // The blocks in a direction: from which, and up to which not.
+    // Where a walk over the blocks begins, and whether it goes on.
     int firstOf(Direction direction) const { return direction == Direction::forward ? 0 : size() - 1; }
     bool isIn(int index) const { return 0 <= index && index < size(); }
 

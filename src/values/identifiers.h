@@ -159,23 +159,44 @@ private:
 
 }  // namespace orvane
 
-// A new kind of object needs one line here.
-class CAssignedResourceID : public orvane::CIdentifier<CAssignedResourceID, "AssignedResourceID"> { using CIdentifier::CIdentifier; };
-class CAssignedRiskID : public orvane::CIdentifier<CAssignedRiskID, "AssignedRiskID"> { using CIdentifier::CIdentifier; };
-class CCalendarDayTypeID : public orvane::CIdentifier<CCalendarDayTypeID, "CalendarDayTypeID"> { using CIdentifier::CIdentifier; };
-class CCalendarID : public orvane::CIdentifier<CCalendarID, "CalendarID"> { using CIdentifier::CIdentifier; };
-class CCompanyID : public orvane::CIdentifier<CCompanyID, "CompanyID"> { using CIdentifier::CIdentifier; };
-class CCostID : public orvane::CIdentifier<CCostID, "CostID"> { using CIdentifier::CIdentifier; };
-class CEntityID : public orvane::CIdentifier<CEntityID, "EntityID"> { using CIdentifier::CIdentifier; };
-class CFilterID : public orvane::CIdentifier<CFilterID, "FilterID"> { using CIdentifier::CIdentifier; };
-class CLinkID : public orvane::CIdentifier<CLinkID, "LinkID"> { using CIdentifier::CIdentifier; };
-class CLocationID : public orvane::CIdentifier<CLocationID, "LocationID"> { using CIdentifier::CIdentifier; };
-class CProjectID : public orvane::CIdentifier<CProjectID, "ProjectID"> { using CIdentifier::CIdentifier; };
-class CResourceID : public orvane::CIdentifier<CResourceID, "ResourceID"> { using CIdentifier::CIdentifier; };
-class CRiskID : public orvane::CIdentifier<CRiskID, "RiskID"> { using CIdentifier::CIdentifier; };
-class CRoleID : public orvane::CIdentifier<CRoleID, "RoleID"> { using CIdentifier::CIdentifier; };
-class CSupplyChainID : public orvane::CIdentifier<CSupplyChainID, "SupplyChainID"> { using CIdentifier::CIdentifier; };
-class CTaskCategoryID : public orvane::CIdentifier<CTaskCategoryID, "TaskCategoryID"> { using CIdentifier::CIdentifier; };
-class CTaskID : public orvane::CIdentifier<CTaskID, "TaskID"> { using CIdentifier::CIdentifier; };
-class CTaskReportID : public orvane::CIdentifier<CTaskReportID, "TaskReportID"> { using CIdentifier::CIdentifier; };
-class CUserID : public orvane::CIdentifier<CUserID, "UserID"> { using CIdentifier::CIdentifier; };
+// A new kind of object needs two lines here. The tags stand in documents and never change.
+// clang-format off
+class CAssignedResourceID : public orvane::CIdentifier<CAssignedResourceID, "AssignedResourceID">
+{ using CIdentifier::CIdentifier; };
+class CAssignedRiskID : public orvane::CIdentifier<CAssignedRiskID, "AssignedRiskID">
+{ using CIdentifier::CIdentifier; };
+class CCalendarDayTypeID : public orvane::CIdentifier<CCalendarDayTypeID, "CalendarDayTypeID">
+{ using CIdentifier::CIdentifier; };
+class CCalendarID : public orvane::CIdentifier<CCalendarID, "CalendarID">
+{ using CIdentifier::CIdentifier; };
+class CCompanyID : public orvane::CIdentifier<CCompanyID, "CompanyID">
+{ using CIdentifier::CIdentifier; };
+class CCostID : public orvane::CIdentifier<CCostID, "CostID">
+{ using CIdentifier::CIdentifier; };
+class CEntityID : public orvane::CIdentifier<CEntityID, "EntityID">
+{ using CIdentifier::CIdentifier; };
+class CFilterID : public orvane::CIdentifier<CFilterID, "FilterID">
+{ using CIdentifier::CIdentifier; };
+class CLinkID : public orvane::CIdentifier<CLinkID, "LinkID">
+{ using CIdentifier::CIdentifier; };
+class CLocationID : public orvane::CIdentifier<CLocationID, "LocationID">
+{ using CIdentifier::CIdentifier; };
+class CProjectID : public orvane::CIdentifier<CProjectID, "ProjectID">
+{ using CIdentifier::CIdentifier; };
+class CResourceID : public orvane::CIdentifier<CResourceID, "ResourceID">
+{ using CIdentifier::CIdentifier; };
+class CRiskID : public orvane::CIdentifier<CRiskID, "RiskID">
+{ using CIdentifier::CIdentifier; };
+class CRoleID : public orvane::CIdentifier<CRoleID, "RoleID">
+{ using CIdentifier::CIdentifier; };
+class CSupplyChainID : public orvane::CIdentifier<CSupplyChainID, "SupplyChainID">
+{ using CIdentifier::CIdentifier; };
+class CTaskCategoryID : public orvane::CIdentifier<CTaskCategoryID, "TaskCategoryID">
+{ using CIdentifier::CIdentifier; };
+class CTaskID : public orvane::CIdentifier<CTaskID, "TaskID">
+{ using CIdentifier::CIdentifier; };
+class CTaskReportID : public orvane::CIdentifier<CTaskReportID, "TaskReportID">
+{ using CIdentifier::CIdentifier; };
+class CUserID : public orvane::CIdentifier<CUserID, "UserID">
+{ using CIdentifier::CIdentifier; };
+// clang-format on

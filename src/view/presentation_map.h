@@ -33,6 +33,9 @@ public:
         changed = true;
         Base::SetAt(key, value);
     }
+    // Entries are written through SetAt, so that the flag tells.
+    Value const * find(Key const & key) const { return Base::find(key); }
+    Value & operator[](Key const & key) = delete;
     bool RemoveKey(Key const & key)
     {
         changed = true;

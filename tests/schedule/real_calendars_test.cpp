@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <map>
 #include <string>
 #include <vector>
@@ -50,7 +52,8 @@ bool read(Json const & record, CCalendar & calendar)
         CCalendarDayType day(place->second);
         int count = 0;
         for (Json const & block : blocks)
-            day.setTimeBlock(count++, {CProjectTimeOfDay(0, block[0].get<int>()), CProjectTimeOfDay(0, block[1].get<int>())});
+            day.setTimeBlock(count++,
+                             {CProjectTimeOfDay(0, block[0].get<int>()), CProjectTimeOfDay(0, block[1].get<int>())});
         dayTypes.Add(day);
         return place->second;
     };
@@ -92,8 +95,10 @@ CProjectDuration lengthOf(Json const & record)
 void judgeCase(CCalendar const & calendar, Json const & record, Tally & tally)
 {
     CProjectTime start = timeIn(record, "start");
-    if (!record["start_in_work"].get<bool>() && lengthOf(record) > CProjectDuration(0)) start = calendar.getNextValidStartTime(start);
-    tally.count(record, shown(calendar.addDurationToTime(start, lengthOf(record), true)), shown(timeIn(record, "finish")));
+    if (!record["start_in_work"].get<bool>() && lengthOf(record) > CProjectDuration(0))
+        start = calendar.getNextValidStartTime(start);
+    tally.count(record, shown(calendar.addDurationToTime(start, lengthOf(record), true)),
+                shown(timeIn(record, "finish")));
 }
 
 bool isAtWork(CCalendar const & calendar, CProjectTime const & time)
@@ -106,7 +111,9 @@ void judgeSpan(CCalendar const & calendar, Json const & record, Tally & tally)
     CProjectTime const from = timeIn(record, "from");
     CProjectTime const to = timeIn(record, "to");
     if (!isAtWork(calendar, from) || !isAtWork(calendar, to)) ++tally.passedOver;
-    else tally.count(record, std::to_string(calendar.subtractTimeFromTime(from, to).GetTotalMinutes()), record["minutes"].dump());
+    else
+        tally.count(record, std::to_string(calendar.subtractTimeFromTime(from, to).GetTotalMinutes()),
+                    record["minutes"].dump());
 }
 
 // The start after predecessors that all finish first, without a lag.
@@ -115,11 +122,16 @@ void judgeLink(CCalendar const & calendar, Json const & record, Tally & tally)
     CProjectTime latest = timeIn(record, "project_start");
     for (Json const & link : record["links"])
     {
-        if (link["type"] != "FS" || link["lag"] != 0) return void(++tally.passedOver);
+        if (link["type"] != "FS" || link["lag"] != 0)
+        {
+            ++tally.passedOver;
+            return;
+        }
         latest = std::max(latest, timeIn(link, "pred_finish"));
     }
     bool const isMilestone = lengthOf(record) == CProjectDuration(0);
-    CProjectTime const start = isMilestone && isAtWork(calendar, latest) ? latest : calendar.getNextValidStartTime(latest);
+    CProjectTime const start =
+        isMilestone && isAtWork(calendar, latest) ? latest : calendar.getNextValidStartTime(latest);
     tally.count(record, shown(start), shown(timeIn(record, "start")));
 }
 
@@ -151,8 +163,8 @@ TEST_P(RealCalendars, DatesAreThoseThatWereStored)
     }
     for (auto const & [kind, tally] : tallies)
     {
-        std::cout << GetParam() << ' ' << kind << ": " << tally.agreed << " agree, " << tally.others.size() << " differ, "
-                  << tally.passedOver << " passed over\n";
+        std::cout << GetParam() << ' ' << kind << ": " << tally.agreed << " agree, " << tally.others.size()
+                  << " differ, " << tally.passedOver << " passed over\n";
         EXPECT_GT(tally.agreed, 0);
         for (std::string const & other : tally.others) ADD_FAILURE() << other;
     }

@@ -1,0 +1,261 @@
+#include <functional>
+#include <memory>
+
+#include <gtest/gtest.h>
+
+#include "platform/document.h"
+#include "tests/support/plan_builder.h"
+
+using namespace orvane;
+
+namespace
+{
+
+TEST(Project, StartsWithRolesAnAdministratorAndAnEmptyPlan)
+{
+    int const created = CProject::getCreated(), deleted = CProject::getDeleted();
+    {
+        CProject const project(nullptr, true);
+        EXPECT_EQ(project.getNumberOfTasks(), 0);
+        EXPECT_EQ(project.getNumberOfUsers(), 1);
+        std::string roles;
+        for (CRole const & role : project.getAllRoles()) roles += std::string(role.getName().view()) + ' ';
+        EXPECT_EQ(roles, "Administrator User Guest ");
+        ASSERT_TRUE(project.getCurrentUser());
+        EXPECT_EQ(project.getCurrentUser(), project.getUser(0));
+        EXPECT_EQ(project.getCurrentUser(), project.getAdminUser());
+        EXPECT_EQ(project.getCurrentRole(), project.getAdminRole());
+        EXPECT_EQ(project.getAdminRole(), project.getRole(0));
+        EXPECT_EQ(project.getCurrentUser()->getLogin(), "Administrator");
+        EXPECT_EQ(project.getCurrentStateName(), "Start");
+        EXPECT_GE(project.getClipBoardFormat(), 0xC000u);
+        EXPECT_EQ(project.getClipBoardFormat(), CProject(nullptr, false).getClipBoardFormat());
+        EXPECT_FALSE(project.getProjectID() == CProject(nullptr, false).getProjectID());
+        EXPECT_TRUE(project.getPrimarySelectedTaskID().isNULL() && project.getSelectedTaskID().IsEmpty());
+        for (int const index : {-1, 1}) EXPECT_FALSE(project.getUser(index));
+        for (int const index : {-1, 3}) EXPECT_FALSE(project.getRole(index));
+        EXPECT_FALSE(project.getUser(CUserID::getNULL()) || project.getRole(CRoleID::getNULL()) || project.getUser(CUserID()));
+        EXPECT_FALSE(project.hasUsers(CCompanyID::getNULL()) || project.hasUsers(CCompanyID()));
+    }
+    EXPECT_EQ(CProject::getCreated() - created, CProject::getDeleted() - deleted);
+}
+
+TEST(Project, TellsItsDocument)
+{
+    CDocument document;
+    CProject project(&document, false);
+    EXPECT_FALSE(document.IsModified());
+    project.setModified();
+    EXPECT_TRUE(document.IsModified());
+    CProject free(nullptr, false);
+    free.setModified();
+    free.setProjectNameDirectoryAndHistoryDirectory("bridge", "plans", "plans\\history");
+    EXPECT_TRUE(free.getProjectName() == "bridge" && free.getDirectory() == "plans" && free.getProjectHistoryDirectory() == "plans\\history");
+}
+
+TEST(Project, AFailedLoginLeavesTheUser)
+{
+    CProject project(nullptr, false);
+    CUser const * const before = project.getCurrentUser();
+    struct
+    {
+        char const * login;
+        char const * password;
+        bool accepted;
+    } const cases[] = {{"Administrator", "", true}, {"administrator", "", false}, {"Administrator", "x", false}, {"", "", false}};
+    for (auto const & each : cases)
+    {
+        EXPECT_EQ(project.loginCheck(each.login, each.password), each.accepted);
+        EXPECT_EQ(project.login(each.login, each.password), each.accepted);
+        CConnectionCredentials credentials;
+        credentials.setUserName(each.login);
+        credentials.setPassword(each.password);
+        project.setConnectionCredentials(credentials);
+        EXPECT_EQ(project.loginUsingCredentials(), each.accepted);
+        EXPECT_EQ(project.getCurrentUser(), before);
+    }
+    // Content without users: nobody can be found, nobody can log in.
+    CProject empty((CProjectData()));
+    EXPECT_FALSE(empty.getCurrentUser() || empty.getCurrentRole() || empty.getAdminUser() || empty.getAdminRole());
+    EXPECT_FALSE(empty.login("Administrator", ""));
+}
+
+TEST(Project, TakesContentOverAndGivesCopies)
+{
+    Plan plan({aTask("dig"), aTask("s").with({aTask("t").after("dig")})});
+    std::string const before = digest(plan.project);
+    std::unique_ptr<CProjectData> const copy(plan.project.getCopyOfProjectData());
+    {
+        CProject other(*copy);
+        EXPECT_EQ(digest(other), before);
+        std::unique_ptr<CProjectData> const again(other.getCopyOfProjectData());
+        EXPECT_TRUE(*again == *copy);
+        // What was taken over belongs to the project that took it.
+        CLocalRulesChecker(&other, CRulesCheckerContext::OriginatingClient).changeTaskDuration(plan.id("t"), 3_d, true);
+        EXPECT_EQ(other.getTask(plan.id("s"))->getDuration(), 3_d);
+    }
+    EXPECT_EQ(digest(plan.project), before);
+    plan.act([&](auto & rules) { rules.removeTasks(plan.ids({"s"})); });
+    plan.project.setProjectData(copy.get());
+    EXPECT_EQ(digest(plan.project), before);
+    EXPECT_EQ(plan["t"].getParent(), &plan["s"]);
+
+    plan.project.setProjectData(nullptr);
+    plan.project.setPresentationData(nullptr);
+    EXPECT_EQ(digest(plan.project), before);
+    std::unique_ptr<CPresentationData> const views(plan.project.getCopyOfPresentationData());
+    views->setSingleSelectedTaskID(plan.id("dig"));
+    plan.project.setPresentationData(views.get());
+    EXPECT_EQ(plan.project.getPrimarySelectedTaskID(), plan.id("dig"));
+}
+
+TEST(Project, ContentIsComparedByWhatItHolds)
+{
+    Plan plan({aTask("dig"), aTask("s").with({aTask("t").after("dig")})});
+    std::unique_ptr<CProjectData> const before(plan.project.getCopyOfProjectData());
+    auto const isSame = [&] {
+        std::unique_ptr<CProjectData> const now(plan.project.getCopyOfProjectData());
+        return *now == *before && *before == *now;
+    };
+    EXPECT_TRUE(isSame());
+    // Views and what is derived take no part.
+    plan.act([&](auto & rules) { rules.setSelectedTaskID(plan.ids({"dig"})); });
+    EXPECT_TRUE(isSame());
+    std::pair<char const *, std::function<void(CTask &)>> const changes[] = {
+        {"name", [](CTask & t) { t.setName("x"); }},
+        {"comments", [](CTask & t) { t.setComments("x"); }},
+        {"status", [](CTask & t) { t.setStatus(CTaskStatus::Go); }},
+        {"template", [](CTask & t) { t.setTemplate(true); }},
+        {"type", [](CTask & t) { t.setTaskType(CTaskType::KeyDate); }},
+        {"category", [](CTask & t) { t.setCategoryID(CTaskCategoryID()); }},
+        {"buffer", [](CTask & t) { t.setRiskBuffer(true); }},
+        {"calendar", [](CTask & t) { t.setDominantCalendarID(CCalendarID()); }},
+        {"constraint", [](CTask & t) { t.setConstraintType(CTaskConstraintType::CannotReschedule); }},
+        {"links", [](CTask & t) { t.setUpstreamLinks(CLinkArray()); }},
+        {"supplier", [](CTask & t) { t.getWritableSupplyChain().setSupplierID(CCompanyID()); }},
+        {"actual start", [](CTask & t) { t.setActualStartTime("01-05 09:00"_t); }},
+        {"predicted finish", [](CTask & t) { t.setPredictedFinishTime("01-05 09:00"_t); }},
+        {"actual finish", [](CTask & t) { t.setActualFinishTime("01-05 09:00"_t); }},
+        {"planned start", [](CTask & t) { t.reschedulePlannedStartTime("01-06 09:00"_t); }},
+        {"duration", [](CTask & t) { t.setDuration(2_d); }},
+        {"risk type", [](CTask & t) { t.setRiskType(CRiskType::Additive); }},
+        {"id", [](CTask & t) { t.setID(CTaskID()); }},
+        {"child", [](CTask & t) { t.insertSubTask(CTask(), 0); }},
+    };
+    for (auto const & [name, change] : changes)
+    {
+        CTask & task = plan.writable("t");
+        CTask const kept(task);
+        change(task);
+        EXPECT_FALSE(isSame()) << name;
+        EXPECT_FALSE(task == kept) << name;
+        task = kept;
+        EXPECT_TRUE(isSame()) << name;
+    }
+}
+
+// ---- after a load -----------------------------------------------------------------------------------
+
+TEST(Project, ALoadGivesBegunTasksTheirTimes)
+{
+    struct
+    {
+        char const * name;
+        CTaskStatus status;
+        CProjectTime planned, actual, predicted, finish;
+        bool hasDuration;
+        char const * after;  // actual start, predicted finish, actual finish
+        bool dropsLinks;
+    } const cases[] = {
+        {"planned", CTaskStatus::Go, "01-05 09:00"_t, "?"_t, "?"_t, "?"_t, true, "? ? ?", true},
+        {"started", CTaskStatus::Started, "01-05 09:00"_t, "?"_t, "?"_t, "?"_t, true, "01-05 09:00 01-06 17:00 ?", true},
+        {"started, with times", CTaskStatus::Started, "01-05 09:00"_t, "01-06 09:00"_t, "01-06 10:00"_t, "?"_t, true,
+         "01-06 09:00 01-06 10:00 ?", true},
+        {"started, blank", CTaskStatus::Started, "?"_t, "?"_t, "01-06 10:00"_t, "?"_t, true, "? 01-06 10:00 ?", false},
+        {"started, without a duration", CTaskStatus::Started, "01-05 09:00"_t, "?"_t, "?"_t, "?"_t, false, "01-05 09:00 ? ?", false},
+        {"started, only actual times", CTaskStatus::Started, "?"_t, "01-06 09:00"_t, "01-06 10:00"_t, "?"_t, false,
+         "01-06 09:00 01-06 10:00 ?", true},
+        {"finished", CTaskStatus::Finished, "01-05 09:00"_t, "?"_t, "?"_t, "?"_t, true, "01-05 09:00 01-06 17:00 01-06 17:00", true},
+        {"finished, forecast", CTaskStatus::Finished, "01-05 09:00"_t, "?"_t, "01-06 10:00"_t, "01-06 11:00"_t, true,
+         "01-05 09:00 01-06 10:00 01-06 11:00", true},
+        {"finished, blank", CTaskStatus::Finished, "?"_t, "01-05 10:00"_t, "?"_t, "?"_t, true, "01-05 10:00 ? ?", false},
+    };
+    for (auto const & each : cases)
+    {
+        Plan plan({aTask("gone"), aTask("kept"), aTask("t").lasting(2_d).after("gone").after("kept").after("gone")});
+        CTask & task = plan.writable("t");
+        task.setActualStartTime(each.actual);
+        task.setPredictedFinishTime(each.predicted);
+        task.setActualFinishTime(each.finish);
+        task.setStatus(each.status);
+        const_cast<CProjectTime &>(task.getPlannedStartTime()) = each.planned;
+        if (!each.hasDuration)
+        {
+            CTask blank;
+            const_cast<CProjectTime &>(blank.getPlannedStartTime()) = each.planned;
+            blank.setName("t");
+            blank.setUpstreamLinks(task.getUpstreamLinks());
+            blank.setActualStartTime(each.actual);
+            blank.setPredictedFinishTime(each.predicted);
+            blank.setStatus(each.status);
+            task = blank;
+        }
+        plan.tasks().RemoveAt(0);
+        plan.project.postSerialize();
+        EXPECT_EQ(text(plan["t"].getActualStartTime()) + ' ' + text(plan["t"].getPredictedFinishTime()) + ' ' +
+                      text(plan["t"].getActualFinishTime()),
+                  each.after) << each.name;
+        EXPECT_EQ(plan["t"].getUpstreamLinks().GetSize(), each.dropsLinks ? 1 : 3) << each.name;
+    }
+}
+
+TEST(Project, ALoadGivesEveryTaskOnePresentation)
+{
+    Plan plan({aTask("a"), aTask("s").with({aTask("t")})});
+    CTaskPresentation collapsed;
+    collapsed.setShowChildren(false);
+    CTaskID const orphan;
+    plan.act([&](auto & rules) {
+        rules.setTaskPresentation(plan.id("s"), collapsed);
+        rules.setTaskPresentation(orphan, collapsed);
+        rules.removeTaskPresentation(plan.id("t"));
+    });
+    EXPECT_TRUE(plan.project.isTaskHidden(plan.id("t")));
+    EXPECT_FALSE(plan.project.isTaskHidden(plan.id("s")));
+    plan.project.postSerialize();
+    CTaskPresentation found;
+    EXPECT_FALSE(plan.project.getTaskPresentation(orphan, found));
+    EXPECT_TRUE(plan.project.getTaskPresentation(plan.id("t"), found));
+    EXPECT_TRUE(found == CTaskPresentation());
+    EXPECT_TRUE(plan.project.getTaskPresentation(plan.id("s"), found));
+    EXPECT_TRUE(found == collapsed);
+    EXPECT_EQ(plan.project.getPresentationData().getTaskPresentations().GetCount(), 3);
+}
+
+TEST(Project, ALoadWithoutItsAdministratorGetsTheDefaultUsers)
+{
+    using Damage = void (*)(CUser &, CRole &);
+    std::pair<Damage, bool> const cases[] = {
+        {[](CUser & user, CRole &) { user.setEmail("a@b"); }, true},
+        {[](CUser & user, CRole &) { user.setLogin("administrator"); }, false},
+        {[](CUser & user, CRole &) { user.setName("Somebody"); }, false},
+        {[](CUser & user, CRole &) { user.setID(CUserID()); }, false},
+        {[](CUser &, CRole & role) { role.setName("Chief"); }, false},
+    };
+    int number = 0;
+    for (auto const & [damage, isKept] : cases)
+    {
+        SCOPED_TRACE(number++);
+        CProject project(nullptr, false);
+        damage(const_cast<CUser &>(project.getAllUsers().GetAt(0)), const_cast<CRole &>(project.getAllRoles().GetAt(0)));
+        CRoleID const guest = project.getRole(2)->getID();
+        project.postSerialize();
+        EXPECT_EQ(project.getNumberOfUsers(), 1);
+        EXPECT_EQ(project.getNumberOfRoles(), 3);
+        EXPECT_EQ(project.getAdminUser()->getEmail() == "a@b", isKept);
+        EXPECT_TRUE(project.getAdminUser()->getLogin() == "Administrator" && project.getAdminRole()->getName() == "Administrator");
+        EXPECT_TRUE(!isKept || project.getRole(guest));
+    }
+}
+
+}  // namespace
