@@ -14,6 +14,7 @@ namespace orvane
 constexpr std::int64_t secondsPerMinute = 60;
 constexpr std::int64_t minutesPerDay = 24 * 60;
 constexpr std::int64_t secondsPerDay = minutesPerDay * secondsPerMinute;
+inline constexpr int daysPerWeek = 7;
 
 // Division by a positive number that rounds down, so that times before 1970 keep the same grid.
 constexpr std::int64_t floorDiv(std::int64_t number, std::int64_t divisor)

@@ -23,7 +23,6 @@ constexpr char const * fixedNormalDayID = "c7ea95b1c2f27d4886f017d37bbd5484";
 constexpr char const * fixedNonWorkingDayID = "6c231cb1ae9b9d4ab47820cbaaf96c45";
 constexpr unsigned long normalDayColor = 0xC8D0D4;
 constexpr unsigned long nonWorkingDayColor = 0x808080;
-constexpr int daysPerWeek = 7;
 
 template <class ID>
 ID unissued()
@@ -122,9 +121,9 @@ void CCalendar::build(CCalendarDayType normalDay, CCalendarDayType nonWorkingDay
     dayTypes.Add(normalDay);
     dayTypes.Add(nonWorkingDay);
     exceptions.RemoveAll();
-    for (int day = 1; day <= daysPerWeek; ++day)
+    for (int day = 1; day <= orvane::daysPerWeek; ++day)
     {
-        bool const isWeekend = day == 1 || day == daysPerWeek;
+        bool const isWeekend = day == 1 || day == orvane::daysPerWeek;
         week.setDay(day, isWeekend ? nonWorkingDay.getID() : normalDay.getID());
     }
     inUse = CProjectBool(true);
@@ -277,7 +276,7 @@ CWorkingTime CCalendar::makeWorkingTime(CCalendar const & master) const
         return place->second;
     };
 
-    std::array<std::size_t, daysPerWeek> weekKinds;
+    std::array<std::size_t, orvane::daysPerWeek> weekKinds;
     for (std::size_t day = 0; day < weekKinds.size(); ++day)
         weekKinds[day] = kind(getWeekDayType(static_cast<int>(day) + 1));
 

@@ -1,12 +1,5 @@
 #include "schedule/calendar.h"
 
-namespace
-{
-
-constexpr int daysPerWeek = 7;
-
-}  // namespace
-
 void CCalendar::setDayTypeOfSelectedDate(CProjectDate const & date, CCalendarDayTypeID const & dayTypeID)
 {
     bool const isTheWeeks = dayTypeID == week.getDay(date.GetDayOfWeek());
@@ -33,22 +26,22 @@ void CCalendar::setDayTypeOfDayOfWeek(CProjectDate const & date, CCalendarDayTyp
 void CCalendar::setDayTypeOfSelectedWeek(CProjectDate const & date, CCalendarDayTypeID const & dayTypeID)
 {
     CProjectDate const sunday = date - (date.GetDayOfWeek() - 1);
-    setDayTypeOfDates(sunday, sunday + (daysPerWeek - 1), 1, dayTypeID);
+    setDayTypeOfDates(sunday, sunday + (orvane::daysPerWeek - 1), 1, dayTypeID);
 }
 
 void CCalendar::setDayTypeOfDayOfWeekOfSelectedMonth(CProjectDate const & date, CCalendarDayTypeID const & dayTypeID)
 {
-    int const remainder = date.GetDay() % daysPerWeek;
-    CProjectDate const first(date.GetYear(), date.GetMonth(), remainder == 0 ? daysPerWeek : remainder);
+    int const remainder = date.GetDay() % orvane::daysPerWeek;
+    CProjectDate const first(date.GetYear(), date.GetMonth(), remainder == 0 ? orvane::daysPerWeek : remainder);
     CProjectDate const last(date.GetYear(), date.GetMonth() + 1, 0);
-    setDayTypeOfDates(first, last, daysPerWeek, dayTypeID);
+    setDayTypeOfDates(first, last, orvane::daysPerWeek, dayTypeID);
 }
 
 void CCalendar::setDayTypeOfDayOfWeekOfSelectedYear(CProjectDate const & date, CCalendarDayTypeID const & dayTypeID)
 {
     CProjectDate const newYear(date.GetYear(), 1, 1);
-    int const days = (daysPerWeek - newYear.GetDayOfWeek() + date.GetDayOfWeek()) % daysPerWeek;
-    setDayTypeOfDates(newYear + days, CProjectDate(date.GetYear(), 12, 31), daysPerWeek, dayTypeID);
+    int const days = (orvane::daysPerWeek - newYear.GetDayOfWeek() + date.GetDayOfWeek()) % orvane::daysPerWeek;
+    setDayTypeOfDates(newYear + days, CProjectDate(date.GetYear(), 12, 31), orvane::daysPerWeek, dayTypeID);
 }
 
 // Where dates end, a step further leads nowhere.

@@ -10,7 +10,6 @@ namespace orvane
 namespace
 {
 
-constexpr std::int64_t daysPerWeek = 7;
 // The Sunday from which weeks are counted: 28 December 1969.
 constexpr std::int64_t firstSunday = -4;
 
