@@ -49,22 +49,69 @@ std::vector<CTask const *> leavesOf(CProject const & project)
     return leaves;
 }
 
+class WithCriticalPath
+{
+public:
+    WithCriticalPath() { CProjectConfig::setShowCriticalPath(1); }
+    ~WithCriticalPath() { CProjectConfig::setShowCriticalPath(0); }
+    WithCriticalPath(WithCriticalPath const &) = delete;
+    WithCriticalPath & operator=(WithCriticalPath const &) = delete;
+};
+
 void criticalPath(benchmark::State & state)
 {
-    CProjectConfig::setShowCriticalPath(1);
+    WithCriticalPath const shown;
     CProject & project = benchProject(leavesOf(state));
     for (auto _ : state) project.updateCriticalPath();
     stateRatio(state);
-    CProjectConfig::setShowCriticalPath(0);
 }
 
-// The test alone, of a task in the middle: it sees what lies before the task and its summaries.
-void circularChainInTheMiddle(benchmark::State & state)
+// After a change, outside the measure, that makes it read more than the tasks' durations again.
+template <class Change>
+void criticalPathAfter(benchmark::State & state, Change const & change)
 {
+    WithCriticalPath const shown;
     CProject & project = benchProject(leavesOf(state));
-    std::vector<CTask const *> const leaves = leavesOf(project);
-    CTask const & task = *leaves[leaves.size() / 2];
-    for (auto _ : state) benchmark::DoNotOptimize(task.isInCircularChain());
+    for (auto _ : state)
+    {
+        change(const_cast<CTaskArray &>(project.getAllTasks()));
+        auto const start = std::chrono::steady_clock::now();
+        project.updateCriticalPath();
+        state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+    }
+    stateRatio(state);
+}
+
+void criticalPathAfterNewLink(benchmark::State & state)
+{
+    criticalPathAfter(state, [](CTaskArray & tasks) { tasks.elementForPass(0).setUpstreamLinks(CLinkArray()); });
+}
+
+void criticalPathAfterNewRow(benchmark::State & state)
+{
+    criticalPathAfter(state, [](CTaskArray & tasks) {
+        tasks.InsertAt(0, CTask());
+        tasks.RemoveAt(0);
+    });
+}
+
+// The test for circles alone, of the last task of a plan in which every task follows the two before it, so that
+// it depends on all of them.
+void circularChainOfAll(benchmark::State & state)
+{
+    auto const count = static_cast<std::size_t>(state.range(0));
+    CProject project(nullptr, false);
+    auto & tasks = const_cast<CTaskArray &>(project.getAllTasks());
+    std::vector<CTaskID> ids;
+    for (std::size_t each = 0; each < count; ++each)
+    {
+        CTask & task = tasks.addTask(&project);
+        ids.push_back(task.getID());
+        CLinkArray links;
+        for (std::size_t back = 1; back <= 2 && back <= each; ++back) links.Add(CLink(ids[each - back], CLinkType::FinishToStart));
+        task.setUpstreamLinks(links);
+    }
+    for (auto _ : state) benchmark::DoNotOptimize(tasks.GetAt(tasks.GetUpperBound()).isInCircularChain());
     stateRatio(state);
 }
 
@@ -146,7 +193,9 @@ void removeLinkedTasks(benchmark::State & state)
 }
 
 BENCHMARK(criticalPath)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
-BENCHMARK(circularChainInTheMiddle)->Arg(100'000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(criticalPathAfterNewLink)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(criticalPathAfterNewRow)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(circularChainOfAll)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(addLocalLink)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(addFarLink)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(findByLink)->Arg(1'000)->Arg(100'000);

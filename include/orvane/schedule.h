@@ -45,6 +45,7 @@
 #include "schedule/working_time_day.h"
 #include "model/connection_credentials.h"
 #include "model/link.h"
+#include "model/link_index.h"
 #include "model/supply_chain.h"
 #include "model/task.h"
 #include "model/task_array.h"

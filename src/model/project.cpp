@@ -171,7 +171,7 @@ CTask const * CProject::getTask(CTaskID const & id) const
 
 CTask const * CProject::getTask(CLinkID const & id) const
 {
-    return id.isNULL() ? nullptr : projectData.tasks.findTask(id);
+    return id.isNULL() ? nullptr : projectData.tasks.getLinkIndex()->findHolder(id);
 }
 
 CTask const * CProject::getTask(CSupplyChainID const & id) const

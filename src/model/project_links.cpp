@@ -1,23 +1,28 @@
-// What a project answers about links. They are stored on their downstream tasks: what hangs off a task is
-// found by a walk over the tree.
+// What a project answers about links. They are stored on their downstream tasks, and an index knows which
+// these are.
 
 #include "model/project.h"
+
+#include <functional>
 
 namespace
 {
 
 // Calls visit(task, link) for every link that leaves the task, in the order of the tree, each task's links
-// before its children's, until visit answers false; whether it went to the end.
+// before its children's.
 template <class Visit>
-bool forDownstreamLinks(CTaskArray const & tasks, CTaskID const & id, Visit const & visit)
+void forDownstreamLinks(CTaskArray const & roots, CTaskID const & id, Visit const & visit)
 {
-    for (CTask const & task : tasks)
-    {
-        for (CLink const & link : task.getUpstreamLinks())
-            if (link.getUpstreamTaskID() == id && !visit(task, link)) return false;
-        if (task.getSubTasks() && !forDownstreamLinks(*task.getSubTasks(), id, visit)) return false;
-    }
-    return true;
+    for (CTask const * task : roots.getLinkIndex()->findDownstream(id))
+        for (CLink const & link : task->getUpstreamLinks())
+            if (link.getUpstreamTaskID() == id) visit(*task, link);
+}
+
+// A limit takes the place of the one so far when there is none so far, or when it is the tighter one.
+template <class Tighter>
+void tighten(CProjectTime & limit, CProjectTime const & other, Tighter const & tighter)
+{
+    if (!limit.isValid() || (other.isValid() && tighter(other, limit))) limit = other;
 }
 
 }  // namespace
@@ -35,8 +40,7 @@ CProjectTime CProject::getEarliestStartFromUpstreamLinks(CTask const & task) con
     {
         CTask const * const upstream = getTask(link.getUpstreamTaskID());
         if (!upstream) break;
-        CProjectTime const allowed = link.getEarliestStartOfDownstreamTask(*upstream, task);
-        if (!earliest.isValid() || allowed > earliest) earliest = allowed;
+        tighten(earliest, link.getEarliestStartOfDownstreamTask(*upstream, task), std::greater<>());
     }
     return earliest;
 }
@@ -51,9 +55,7 @@ CProjectTime CProject::getLatestStartFromDownstreamLinks(CTask const & task) con
 {
     CProjectTime latest;
     forDownstreamLinks(getAllTasks(), task.getID(), [&](CTask const & downstream, CLink const & link) {
-        CProjectTime const allowed = link.getLatestStartOfUpstreamTask(task, downstream);
-        if (!latest.isValid() || allowed < latest) latest = allowed;
-        return true;
+        tighten(latest, link.getLatestStartOfUpstreamTask(task, downstream), std::less<>());
     });
     return latest;
 }
@@ -63,10 +65,10 @@ void CProject::getDownstreamLinks(CTaskID const & id, CLinkArray & links) const
     // The identifier may lie in a link of the array that is emptied.
     CTaskID const sought(id);
     links.RemoveAll();
-    forDownstreamLinks(getAllTasks(), sought, [&](CTask const &, CLink const & link) { return links.Add(link) >= 0; });
+    forDownstreamLinks(getAllTasks(), sought, [&](CTask const &, CLink const & link) { links.Add(link); });
 }
 
 bool CProject::hasAnyDownstreamLinks(CTaskID const & id) const
 {
-    return !forDownstreamLinks(getAllTasks(), id, [](CTask const &, CLink const &) { return false; });
+    return getAllTasks().getLinkIndex()->hasDownstream(id);
 }

@@ -60,6 +60,27 @@ bool CTask::equal(CTask const & a, CTask const & b)
     return same;
 }
 
+// ---- changes that the forest hears of -------------------------------------------------------------
+
+class CTask::LinksChange
+{
+public:
+    explicit LinksChange(CTask const & task) : task(task), forest(task.container ? task.container->forestIndex() : nullptr)
+    {
+        if (forest) forest->linksLeave(task);
+    }
+    LinksChange(LinksChange const &) = delete;
+    LinksChange & operator=(LinksChange const &) = delete;
+    ~LinksChange()
+    {
+        if (forest) forest->linksEnter(task);
+    }
+
+private:
+    CTask const & task;
+    orvane::CTaskIndex * const forest;
+};
+
 // ---- life -----------------------------------------------------------------------------------------
 
 CTask::CTask()
@@ -93,7 +114,10 @@ CTask & CTask::operator=(CTask const & other)
     touched = everything;
     changed = other.changed;
     project = other.project;
-    fields = other.fields;
+    {
+        LinksChange const change(*this);
+        fields = other.fields;
+    }
     if (children.IsEmpty()) dropSubTasks();
     else makeSubTasks().takeOver(children);
     setParentCached(getParent());
@@ -119,6 +143,19 @@ void CTask::setID(CTaskID const & value)
 {
     if (container) container->idChanges(*this, value);
     write(fields.id, value);
+}
+
+void CTask::setUpstreamLinks(CLinkArray const & value)
+{
+    LinksChange const change(*this);
+    write(fields.upstreamLinks, value);
+}
+
+void CTask::prefetchForChains() const
+{
+    __builtin_prefetch(&getStoredRiskDurationCached());
+    __builtin_prefetch(&fields.id);
+    __builtin_prefetch(&fields.upstreamLinks);
 }
 
 void CTask::setConstraintType(CTaskConstraintType const & value)
@@ -201,5 +238,9 @@ bool CTask::giveBegunTaskItsTimes()
 void CTask::dropDanglingLinks()
 {
     for (int each = fields.upstreamLinks.GetUpperBound(); each >= 0; --each)
-        if (!project || !project->getTask(fields.upstreamLinks.GetAt(each).getUpstreamTaskID())) fields.upstreamLinks.RemoveAt(each);
+    {
+        if (project && project->getTask(fields.upstreamLinks.GetAt(each).getUpstreamTaskID())) continue;
+        LinksChange const change(*this);
+        fields.upstreamLinks.RemoveAt(each);
+    }
 }

@@ -64,7 +64,7 @@ public:
     CTaskConstraintType const & getConstraintType() const { return fields.constraint.getType(); }
     void setConstraintType(CTaskConstraintType const & value);
     CLinkArray const & getUpstreamLinks() const { return fields.upstreamLinks; }
-    void setUpstreamLinks(CLinkArray const & value) { write(fields.upstreamLinks, value); }
+    void setUpstreamLinks(CLinkArray const & value);
     CSupplyChain const & getSupplyChain() const { return fields.supplyChain; }
     // For changing in place within one action; do not keep the reference.
     CSupplyChain & getWritableSupplyChain();
@@ -202,6 +202,9 @@ public:
     void setProject(CProject * value);
     void resetAllCachedData();
 
+    // Asks the memory for what the length of a chain is computed from, a little before it is read.
+    void prefetchForChains() const;
+
     // A number that a walk over the whole tree may leave on each task, to find it in arrays of its own. It
     // means nothing to the next walk.
     int walkMark() const { return mark; }
@@ -233,6 +236,8 @@ private:
         touched |= stretchOf(field);
         field = value;
     }
+    // Lives around a change of the task's links, so that the index of the forest hears of it.
+    class LinksChange;
     bool ownFieldsChanged();
     void resetOwnFields();
     // False when the task lacks what its times could be taken from.

@@ -47,6 +47,7 @@ bool CTaskArray::rePositionElements(int to, int from)
     if (to == from) return true;
     mutating();
     Base::leaving(from, 1);
+    if (orvane::CTaskIndex * const forest = forestIndex()) forest->tasksMove();
     std::vector<std::unique_ptr<CTask>> moved;
     moved.push_back(storage().release(from));
     moved.front()->flagSubtreeAsAssigned();
@@ -186,6 +187,18 @@ bool CTaskArray::hasUniqueIDs() const
 {
     orvane::CTaskIndex * const forest = forestIndex();
     return forest && forest->hasUniqueIDs();
+}
+
+orvane::CForestState CTaskArray::getForestState() const
+{
+    orvane::CTaskIndex * const forest = forestIndex();
+    return forest ? forest->getState() : orvane::CForestState();
+}
+
+orvane::CLinkIndex * CTaskArray::getLinkIndex() const
+{
+    orvane::CTaskIndex * const forest = forestIndex();
+    return forest ? &forest->getLinks() : nullptr;
 }
 
 void CTaskArray::beRoots()

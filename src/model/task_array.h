@@ -54,6 +54,10 @@ public:
     CTask * findInForest(CTaskID const & id) const;
     // Whether no two tasks of this forest have the same identifier, and none a NULL one; false without an index.
     bool hasUniqueIDs() const;
+    // Of this forest; zeros without an index.
+    orvane::CForestState getForestState() const;
+    // The links of this forest; null without an index.
+    orvane::CLinkIndex * getLinkIndex() const;
     // Makes this array the roots of a forest with an index of its own.
     void beRoots();
 

@@ -1,5 +1,7 @@
 #include "model/task_index.h"
 
+#include <atomic>
+
 #include "model/task_array.h"
 
 namespace orvane
@@ -25,6 +27,17 @@ void forSubtree(CTask & root, Visit const & visit)
 
 }  // namespace
 
+CTaskIndex::CTaskIndex(CTaskArray & roots) : roots(roots), links(roots), state{freshStamp(), freshStamp()}
+{
+}
+
+std::uint64_t CTaskIndex::freshStamp()
+{
+    // Projects may live on several threads.
+    static std::atomic<std::uint64_t> last = 0;
+    return last.fetch_add(1, std::memory_order_relaxed) + 1;
+}
+
 CTask * CTaskIndex::find(CTaskID const & id)
 {
     if (!built) build();
@@ -44,24 +57,47 @@ void CTaskIndex::build()
     tasks.clear();
     doubled = 0;
     built = true;
-    for (CTask const & task : roots) subtreeEnters(const_cast<CTask &>(task));
+    for (CTask const & root : roots)
+        forSubtree(const_cast<CTask &>(root), [this](CTask & each) { enter(each, each.getID().getGUID()); });
 }
 
 void CTaskIndex::subtreeEnters(CTask & task)
 {
-    if (built) forSubtree(task, [this](CTask & each) { enter(each, each.getID().getGUID()); });
+    tasksMove();
+    if (!isBuilt()) return;
+    forSubtree(task, [this](CTask & each) {
+        enter(each, each.getID().getGUID());
+        links.enter(each);
+    });
 }
 
 void CTaskIndex::subtreeLeaves(CTask & task)
 {
-    if (built) forSubtree(task, [this](CTask & each) { leave(each, each.getID().getGUID()); });
+    tasksMove();
+    if (!isBuilt()) return;
+    forSubtree(task, [this](CTask & each) {
+        leave(each, each.getID().getGUID());
+        links.leave(each);
+    });
 }
 
 void CTaskIndex::rename(CTask & task, _GUID const & from, _GUID const & to)
 {
-    if (!built || from == to) return;
+    if (from == to) return;
+    tasksMove();
     leave(task, from);
     enter(task, to);
+}
+
+void CTaskIndex::linksLeave(CTask const & task)
+{
+    state.links = freshStamp();
+    links.leave(task);
+}
+
+void CTaskIndex::linksEnter(CTask const & task)
+{
+    links.enter(task);
 }
 
 void CTaskIndex::enter(CTask & task, _GUID const & id)

@@ -12,7 +12,7 @@
 namespace
 {
 
-enum class Colour { white, grey, black };
+enum class Colour : char { white, grey, black };
 
 }  // namespace
 
@@ -58,143 +58,117 @@ bool CTask::isUpstream(CTaskID const & other) const
 namespace
 {
 
-// The question whether a cycle can be reached from a task, over a graph in which a task leads to the
-// upstream tasks of every link of its family: its own, those of its ancestors from the parent upward,
-// those of its descendants. A family is cut at the first link whose upstream task is missing.
+// The question whether a circle can be reached from a task, when a task leads to the upstream tasks of every
+// link of its family: its own, those of its ancestors from the parent upward, those of its descendants. A
+// family is cut at the first link whose upstream task is missing.
 //
-// Families overlap, so they are not written out. Each task stands for three nodes: itself, `above` with
-// the links of itself and its ancestors, `below` with those of its descendants. A cycle over these nodes
-// passes a task and is a cycle over tasks, and the other way round, and their edges are as many as the
-// links and the children.
+// Families overlap, so they are not written out. Each task stands for three nodes: itself, `above` with the
+// links of itself and its ancestors, `below` with those of itself and its descendants. A circle over these
+// nodes passes a task and is a circle over tasks, and the other way round, and their edges are as many as the
+// links and the children. What a search costs depends on what it sees, not on the size of the plan.
 class CircularSearch
 {
 public:
     explicit CircularSearch(CProject const & project) : project(project) {}
 
-    bool reachesCycleFrom(CTask const & start)
+    bool reachesCircleFrom(CTask const & start)
     {
-        startID = &start.getID();
-        push({&start, self});
+        push(placeOf(start), whole);
         while (!road.empty())
         {
             Visit & visit = road.back();
-            if (visit.next == visit.successors.size())
-            {
-                colours[visit.node] = Colour::black;
-                road.pop_back();
-                continue;
-            }
-            Node const node = visit.successors[visit.next++];
-            Colour const colour = colours[node];
-            if (colour == Colour::grey) return true;
-            if (node.kind == self && node.task != &start && node.task->getID() == *startID) return true;
-            if (colour == Colour::white) push(node);
+            CTask const * const upstream = visit.link < visit.task->getUpstreamLinks().GetSize() ? followLink(visit) : nullptr;
+            bool circle = false;
+            if (visit.isCut) leave();
+            else if (upstream) circle = upstream->getID() == start.getID() || enter(*upstream, whole);
+            else if (CTask const * const parent = takeParent(visit)) circle = enter(*parent, above);
+            else if (CTask const * const child = takeChild(visit)) circle = enter(*child, below);
+            else leave();
+            if (circle) return true;
         }
         return false;
     }
 
 private:
-    enum Kind { self, above, below };
-    struct Node
+    // Which part of the family of a task a node stands for.
+    enum Part { whole, above, below };
+    struct Seen
     {
         CTask const * task;
-        Kind kind;
-        bool operator==(Node const &) const = default;
-    };
-    struct Hash
-    {
-        std::size_t operator()(Node const & node) const { return std::hash<CTask const *>()(node.task) * 3 + node.kind; }
+        Colour colours[3] = {};
+        // A link with a missing upstream task ends the part, and what would come after it.
+        bool isCut[3] = {};
     };
     struct Visit
     {
-        Node node;
-        std::vector<Node> successors;
-        std::size_t next = 0;
+        std::size_t place;
+        CTask const * task;
+        Part part;
+        bool parentDone;
+        bool isCut = false;
+        int link = 0;
+        int child = 0;
     };
 
-    void push(Node const & node)
+    // The place among the tasks seen. Each keeps its own in mind, and is believed when it stands there.
+    std::size_t placeOf(CTask const & task)
     {
-        colours[node] = Colour::grey;
-        road.push_back({node, successorsOf(node)});
+        auto const mark = static_cast<std::size_t>(task.walkMark());
+        if (mark < seen.size() && seen[mark].task == &task) return mark;
+        task.setWalkMark(static_cast<int>(seen.size()));
+        seen.push_back({&task});
+        return seen.size() - 1;
     }
 
-    std::vector<Node> successorsOf(Node const & node)
+    CTask const * followLink(Visit & visit) const
     {
-        std::vector<Node> successors;
-        switch (node.kind)
-        {
-        case self:
-            if (addLinks(*node.task, successors) && addAbove(*node.task, successors)) addBelow(*node.task, successors);
-            break;
-        case above:
-            if (addLinks(*node.task, successors)) addAbove(*node.task, successors);
-            break;
-        case below:
-            for (CTask const & child : *node.task->getSubTasks())
-                if (!addLinks(child, successors) || !addBelow(child, successors)) break;
-            break;
-        }
-        return successors;
+        CTask const * const upstream = project.getTask(visit.task->getUpstreamLinks().GetAt(visit.link++).getUpstreamTaskID());
+        visit.isCut = !upstream;
+        return upstream;
     }
-    // Each answers whether the family goes on behind it.
-    bool addLinks(CTask const & task, std::vector<Node> & successors) const
+    static CTask const * takeParent(Visit & visit)
     {
-        for (CLink const & link : task.getUpstreamLinks())
-        {
-            CTask const * const upstream = project.getTask(link.getUpstreamTaskID());
-            if (!upstream) return false;
-            successors.push_back({upstream, self});
-        }
-        return true;
+        if (visit.parentDone) return nullptr;
+        visit.parentDone = true;
+        return visit.task->getParentOfLastPass();
     }
-    bool addAbove(CTask const & task, std::vector<Node> & successors)
+    static CTask const * takeChild(Visit & visit)
     {
-        CTask const * const parent = task.getParentOfLastPass();
-        if (!parent) return true;
-        successors.push_back({parent, above});
-        return isWhole(*parent, above);
+        CTaskArray const * const children = visit.part == above ? nullptr : visit.task->getSubTasks();
+        return children && visit.child < children->GetSize() ? &children->GetAt(visit.child++) : nullptr;
     }
-    bool addBelow(CTask const & task, std::vector<Node> & successors)
+
+    // Whether the node is on the road already.
+    bool enter(CTask const & task, Part part)
     {
-        if (!task.getSubTasks()) return true;
-        successors.push_back({&task, below});
-        return isWhole(task, below);
+        std::size_t const place = placeOf(task);
+        Colour const colour = seen[place].colours[part];
+        if (colour == Colour::white) push(place, part);
+        else if (part != whole) road.back().isCut |= seen[place].isCut[part];
+        return colour == Colour::grey;
     }
-    // Whether no link of that part of the family is missing its upstream task.
-    bool isWhole(CTask const & task, Kind kind)
+    void push(std::size_t place, Part part)
     {
-        auto const [known, fresh] = whole.try_emplace({&task, kind}, true);
-        if (!fresh) return known->second;
-        bool answer = true;
-        if (kind == above)
-        {
-            CTask const * const parent = task.getParentOfLastPass();
-            answer = hasWholeLinks(task) && (!parent || isWhole(*parent, above));
-        }
-        else
-        {
-            for (CTask const & child : *task.getSubTasks())
-                answer = answer && hasWholeLinks(child) && (!child.getSubTasks() || isWhole(child, below));
-        }
-        return whole[{&task, kind}] = answer;
+        seen[place].colours[part] = Colour::grey;
+        road.push_back({place, seen[place].task, part, part == below});
     }
-    bool hasWholeLinks(CTask const & task) const
+    void leave()
     {
-        for (CLink const & link : task.getUpstreamLinks())
-            if (!project.getTask(link.getUpstreamTaskID())) return false;
-        return true;
+        Visit const left = road.back();
+        road.pop_back();
+        seen[left.place].colours[left.part] = Colour::black;
+        seen[left.place].isCut[left.part] = left.isCut;
+        if (left.part != whole && !road.empty()) road.back().isCut |= left.isCut;
     }
 
     CProject const & project;
-    CTaskID const * startID = nullptr;
+    std::vector<Seen> seen;
     std::vector<Visit> road;
-    std::unordered_map<Node, Colour, Hash> colours;
-    std::unordered_map<Node, bool, Hash> whole;
 };
 
 }  // namespace
 
 bool CTask::isInCircularChain() const
 {
-    return project && CircularSearch(*project).reachesCycleFrom(*this);
+    return project && CircularSearch(*project).reachesCircleFrom(*this);
 }

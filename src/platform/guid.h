@@ -23,7 +23,10 @@ struct _GUID
     // The bytes as two numbers of the machine, for comparison and hashing.
     constexpr std::array<std::uint64_t, 2> halves() const { return std::bit_cast<std::array<std::uint64_t, 2>>(*this); }
 
-    friend constexpr bool operator==(_GUID const & left, _GUID const & right) { return left.halves() == right.halves(); }
+    friend constexpr bool operator==(_GUID const & left, _GUID const & right)
+    {
+        return left.halves() == right.halves();
+    }
     // By unsigned bytes in memory order.
     friend constexpr std::strong_ordering operator<=>(_GUID const & left, _GUID const & right)
     {

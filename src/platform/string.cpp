@@ -120,7 +120,8 @@ int CString::CompareNoCase(orvane::Text other) const
 {
     auto const compare = [](char a, char b)
     { return static_cast<unsigned char>(lower(a)) <=> static_cast<unsigned char>(lower(b)); };
-    return sign(std::lexicographical_compare_three_way(bytes.begin(), bytes.end(), other.begin(), other.end(), compare));
+    return sign(
+        std::lexicographical_compare_three_way(bytes.begin(), bytes.end(), other.begin(), other.end(), compare));
 }
 
 void CString::Format(char const * format, ...)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <unordered_set>
 
 #include "model/link.h"
@@ -12,6 +13,11 @@ class CProject;
 class CTask;
 class CTaskArray;
 
+namespace orvane
+{
+class CLinkNetwork;
+}
+
 // The longest chain of linked tasks: the tasks, joined by upstream links, whose sum of working durations
 // is the greatest. Dates, lags, constraints and calendars play no part in choosing it, only the durations
 // to the end of stored risk and the types of the links. Among equals, the chain met last in the order of
@@ -20,6 +26,11 @@ class CTaskArray;
 class CCriticalPathCachedData : public CDynamic<CCriticalPathCachedData>
 {
 public:
+    CCriticalPathCachedData();
+    CCriticalPathCachedData(CCriticalPathCachedData const &) = delete;
+    CCriticalPathCachedData & operator=(CCriticalPathCachedData const &) = delete;
+    ~CCriticalPathCachedData() override;
+
     // Computes the chain anew, in time linear in tasks and links, unless the setting that shows the
     // critical path is off or there is no project. Flags itself as changed whether or not anything is.
     void updateFromProject(CProject * source);
@@ -46,6 +57,8 @@ public:
 
 private:
     CProject * project = nullptr;
+    // What the last update read of the project; see there when it is read again.
+    std::unique_ptr<orvane::CLinkNetwork> network;
     CTaskID endTaskID{orvane::nullID};
     CProjectDuration durationOfCriticalPath{0};
     CLinkArray linksInCriticalPath;

@@ -34,7 +34,8 @@ TEST(Project, StartsWithRolesAnAdministratorAndAnEmptyPlan)
         EXPECT_TRUE(project.getPrimarySelectedTaskID().isNULL() && project.getSelectedTaskID().IsEmpty());
         for (int const index : {-1, 1}) EXPECT_FALSE(project.getUser(index));
         for (int const index : {-1, 3}) EXPECT_FALSE(project.getRole(index));
-        EXPECT_FALSE(project.getUser(CUserID::getNULL()) || project.getRole(CRoleID::getNULL()) || project.getUser(CUserID()));
+        EXPECT_FALSE(project.getUser(CUserID::getNULL()) || project.getRole(CRoleID::getNULL()) ||
+                     project.getUser(CUserID()));
         EXPECT_FALSE(project.hasUsers(CCompanyID::getNULL()) || project.hasUsers(CCompanyID()));
     }
     EXPECT_EQ(CProject::getCreated() - created, CProject::getDeleted() - deleted);
@@ -50,7 +51,8 @@ TEST(Project, TellsItsDocument)
     CProject free(nullptr, false);
     free.setModified();
     free.setProjectNameDirectoryAndHistoryDirectory("bridge", "plans", "plans\\history");
-    EXPECT_TRUE(free.getProjectName() == "bridge" && free.getDirectory() == "plans" && free.getProjectHistoryDirectory() == "plans\\history");
+    EXPECT_TRUE(free.getProjectName() == "bridge" && free.getDirectory() == "plans" &&
+                free.getProjectHistoryDirectory() == "plans\\history");
 }
 
 TEST(Project, AFailedLoginLeavesTheUser)
@@ -62,7 +64,8 @@ TEST(Project, AFailedLoginLeavesTheUser)
         char const * login;
         char const * password;
         bool accepted;
-    } const cases[] = {{"Administrator", "", true}, {"administrator", "", false}, {"Administrator", "x", false}, {"", "", false}};
+    } const cases[] = {
+        {"Administrator", "", true}, {"administrator", "", false}, {"Administrator", "x", false}, {"", "", false}};
     for (auto const & each : cases)
     {
         EXPECT_EQ(project.loginCheck(each.login, each.password), each.accepted);
@@ -100,6 +103,14 @@ TEST(Project, TakesContentOverAndGivesCopies)
     EXPECT_EQ(digest(plan.project), before);
     EXPECT_EQ(plan["t"].getParent(), &plan["s"]);
 
+    {
+        Plan other({aTask("elsewhere").with({aTask("below")})});
+        std::unique_ptr<CProjectData> const content(other.project.getCopyOfProjectData());
+        plan.project.setProjectData(content.get());
+    }
+    for (char const * name : {"elsewhere", "below"})
+        EXPECT_EQ(static_cast<CTaskCachedData const &>(plan[name]).getProject(), &plan.project);
+    plan.project.setProjectData(copy.get());
     plan.project.setProjectData(nullptr);
     plan.project.setPresentationData(nullptr);
     EXPECT_EQ(digest(plan.project), before);
@@ -113,7 +124,8 @@ TEST(Project, ContentIsComparedByWhatItHolds)
 {
     Plan plan({aTask("dig"), aTask("s").with({aTask("t").after("dig")})});
     std::unique_ptr<CProjectData> const before(plan.project.getCopyOfProjectData());
-    auto const isSame = [&] {
+    auto const isSame = [&]
+    {
         std::unique_ptr<CProjectData> const now(plan.project.getCopyOfProjectData());
         return *now == *before && *before == *now;
     };
@@ -168,17 +180,21 @@ TEST(Project, ALoadGivesBegunTasksTheirTimes)
         bool dropsLinks;
     } const cases[] = {
         {"planned", CTaskStatus::Go, "01-05 09:00"_t, "?"_t, "?"_t, "?"_t, true, "? ? ?", true},
-        {"started", CTaskStatus::Started, "01-05 09:00"_t, "?"_t, "?"_t, "?"_t, true, "01-05 09:00 01-06 17:00 ?", true},
+        {"started", CTaskStatus::Started, "01-05 09:00"_t, "?"_t, "?"_t, "?"_t, true, "01-05 09:00 01-06 17:00 ?",
+         true},
         {"started, with times", CTaskStatus::Started, "01-05 09:00"_t, "01-06 09:00"_t, "01-06 10:00"_t, "?"_t, true,
          "01-06 09:00 01-06 10:00 ?", true},
         {"started, blank", CTaskStatus::Started, "?"_t, "?"_t, "01-06 10:00"_t, "?"_t, true, "? 01-06 10:00 ?", false},
-        {"started, without a duration", CTaskStatus::Started, "01-05 09:00"_t, "?"_t, "?"_t, "?"_t, false, "01-05 09:00 ? ?", false},
+        {"started, without a duration", CTaskStatus::Started, "01-05 09:00"_t, "?"_t, "?"_t, "?"_t, false,
+         "01-05 09:00 ? ?", false},
         {"started, only actual times", CTaskStatus::Started, "?"_t, "01-06 09:00"_t, "01-06 10:00"_t, "?"_t, false,
          "01-06 09:00 01-06 10:00 ?", true},
-        {"finished", CTaskStatus::Finished, "01-05 09:00"_t, "?"_t, "?"_t, "?"_t, true, "01-05 09:00 01-06 17:00 01-06 17:00", true},
+        {"finished", CTaskStatus::Finished, "01-05 09:00"_t, "?"_t, "?"_t, "?"_t, true,
+         "01-05 09:00 01-06 17:00 01-06 17:00", true},
         {"finished, forecast", CTaskStatus::Finished, "01-05 09:00"_t, "?"_t, "01-06 10:00"_t, "01-06 11:00"_t, true,
          "01-05 09:00 01-06 10:00 01-06 11:00", true},
-        {"finished, blank", CTaskStatus::Finished, "?"_t, "01-05 10:00"_t, "?"_t, "?"_t, true, "01-05 10:00 ? ?", false},
+        {"finished, blank", CTaskStatus::Finished, "?"_t, "01-05 10:00"_t, "?"_t, "?"_t, true, "01-05 10:00 ? ?",
+         false},
     };
     for (auto const & each : cases)
     {
@@ -204,7 +220,8 @@ TEST(Project, ALoadGivesBegunTasksTheirTimes)
         plan.project.postSerialize();
         EXPECT_EQ(text(plan["t"].getActualStartTime()) + ' ' + text(plan["t"].getPredictedFinishTime()) + ' ' +
                       text(plan["t"].getActualFinishTime()),
-                  each.after) << each.name;
+                  each.after)
+            << each.name;
         EXPECT_EQ(plan["t"].getUpstreamLinks().GetSize(), each.dropsLinks ? 1 : 3) << each.name;
     }
 }
@@ -215,11 +232,13 @@ TEST(Project, ALoadGivesEveryTaskOnePresentation)
     CTaskPresentation collapsed;
     collapsed.setShowChildren(false);
     CTaskID const orphan;
-    plan.act([&](auto & rules) {
-        rules.setTaskPresentation(plan.id("s"), collapsed);
-        rules.setTaskPresentation(orphan, collapsed);
-        rules.removeTaskPresentation(plan.id("t"));
-    });
+    plan.act(
+        [&](auto & rules)
+        {
+            rules.setTaskPresentation(plan.id("s"), collapsed);
+            rules.setTaskPresentation(orphan, collapsed);
+            rules.removeTaskPresentation(plan.id("t"));
+        });
     EXPECT_TRUE(plan.project.isTaskHidden(plan.id("t")));
     EXPECT_FALSE(plan.project.isTaskHidden(plan.id("s")));
     plan.project.postSerialize();
@@ -247,13 +266,15 @@ TEST(Project, ALoadWithoutItsAdministratorGetsTheDefaultUsers)
     {
         SCOPED_TRACE(number++);
         CProject project(nullptr, false);
-        damage(const_cast<CUser &>(project.getAllUsers().GetAt(0)), const_cast<CRole &>(project.getAllRoles().GetAt(0)));
+        damage(const_cast<CUser &>(project.getAllUsers().GetAt(0)),
+               const_cast<CRole &>(project.getAllRoles().GetAt(0)));
         CRoleID const guest = project.getRole(2)->getID();
         project.postSerialize();
         EXPECT_EQ(project.getNumberOfUsers(), 1);
         EXPECT_EQ(project.getNumberOfRoles(), 3);
         EXPECT_EQ(project.getAdminUser()->getEmail() == "a@b", isKept);
-        EXPECT_TRUE(project.getAdminUser()->getLogin() == "Administrator" && project.getAdminRole()->getName() == "Administrator");
+        EXPECT_TRUE(project.getAdminUser()->getLogin() == "Administrator" &&
+                    project.getAdminRole()->getName() == "Administrator");
         EXPECT_TRUE(!isKept || project.getRole(guest));
     }
 }

@@ -19,7 +19,8 @@ bool linkChanged(CLink const & link)
 
 bool supplyChainChanged(CSupplyChain const & chain)
 {
-    bool changed = chain.getID().getChanged() || chain.getSupplierID().getChanged() || chain.getCustomerID().getChanged();
+    bool changed =
+        chain.getID().getChanged() || chain.getSupplierID().getChanged() || chain.getCustomerID().getChanged();
     for (CCompanyID const & company : chain.getCustomerID()) changed |= company.getChanged();
     return changed;
 }
@@ -35,15 +36,24 @@ bool anyChanged(CTaskArray const & tasks)
 
 bool taskChanged(CTask const & task)
 {
-    bool changed = task.getUpstreamLinks().getChanged() || supplyChainChanged(task.getSupplyChain()) || task.getConstraintType().getChanged();
+    bool changed = task.getUpstreamLinks().getChanged() || supplyChainChanged(task.getSupplyChain()) ||
+                   task.getConstraintType().getChanged();
     for (CLink const & link : task.getUpstreamLinks()) changed |= linkChanged(link);
     // A summary task's own duration cannot be read, but in a history nothing writes it alone.
     if (!task.isSummaryTask()) changed |= task.getDuration().getChanged();
-    bool const fields[] = {task.getID().getChanged(), task.getName().getChanged(), task.getPlannedStartTime().getChanged(),
-                           task.getStatus().getChanged(), task.getRiskType().getChanged(), task.getTaskType().getChanged(),
-                           task.getDominantCalendarID().getChanged(), task.getActualStartTime().getChanged(),
-                           task.getPredictedFinishTime().getChanged(), task.getActualFinishTime().getChanged(),
-                           task.getRiskBuffer().getChanged(), task.getComments().getChanged(), task.getCategoryID().getChanged(),
+    bool const fields[] = {task.getID().getChanged(),
+                           task.getName().getChanged(),
+                           task.getPlannedStartTime().getChanged(),
+                           task.getStatus().getChanged(),
+                           task.getRiskType().getChanged(),
+                           task.getTaskType().getChanged(),
+                           task.getDominantCalendarID().getChanged(),
+                           task.getActualStartTime().getChanged(),
+                           task.getPredictedFinishTime().getChanged(),
+                           task.getActualFinishTime().getChanged(),
+                           task.getRiskBuffer().getChanged(),
+                           task.getComments().getChanged(),
+                           task.getCategoryID().getChanged(),
                            task.isTemplate().getChanged()};
     for (bool const field : fields) changed |= field;
     return changed || (task.getSubTasks() && anyChanged(*task.getSubTasks()));
@@ -63,11 +73,13 @@ CProjectTime endOfStoredRisk(CTask const & task, Derived const & derived)
     if (task.isSummaryTask()) return derived.end;
     CProjectDuration length = derived.duration;
     if (task.getStatus() == CTaskStatus::Started)
-        length = derived.estimated > task.getActualStartTime() ? calendar.subtractTimeFromTime(task.getActualStartTime(), derived.estimated)
-                                                               : 0_m;
+        length = derived.estimated > task.getActualStartTime()
+                     ? calendar.subtractTimeFromTime(task.getActualStartTime(), derived.estimated)
+                     : 0_m;
     if (task.getStatus() == CTaskStatus::Finished)
         length = calendar.subtractTimeFromTime(task.getActualStartTime(), task.getActualFinishTime());
-    return calendar.addDurationToTime(calendar.addDurationToTime(derived.start, length, true), task.getStoredRiskDuration(), true);
+    return calendar.addDurationToTime(calendar.addDurationToTime(derived.start, length, true),
+                                      task.getStoredRiskDuration(), true);
 }
 
 Derived derive(CTask const & task)
@@ -95,26 +107,32 @@ Derived derive(CTask const & task)
     }
     if (task.isValid())
     {
-        CProjectDuration const length = started || finished
-            ? calendar.subtractTimeFromTime(task.getActualStartTime(), task.getPredictedFinishTime())
-            : result.duration;
+        CProjectDuration const length =
+            started || finished
+                ? calendar.subtractTimeFromTime(task.getActualStartTime(), task.getPredictedFinishTime())
+                : result.duration;
         result.planned = calendar.addDurationToTime(task.getPlannedStartTime(), length, true);
         if (started) result.estimated = calendar.addDurationToTime(task.getActualStartTime(), result.duration, true);
     }
     bool const begun = started || finished;
     result.start = task.isSummaryTask() ? start : begun ? task.getActualStartTime() : task.getPlannedStartTime();
-    result.end = task.isSummaryTask() ? end : started ? result.estimated : finished ? task.getActualFinishTime() : result.planned;
+    result.end = task.isSummaryTask() ? end
+                 : started            ? result.estimated
+                 : finished           ? task.getActualFinishTime()
+                                      : result.planned;
     return result;
 }
 
 void expectDerived(CTask const & task)
 {
-    auto const line = [](Derived const & derived) {
+    auto const line = [](Derived const & derived)
+    {
         return text(derived.start) + " > " + text(derived.end) + ", planned " + text(derived.planned) + ", estimated " +
                text(derived.estimated) + ", " + text(derived.duration);
     };
     Derived const expected = derive(task);
-    Derived const actual{task.getStartTime(), task.getEndTime(), task.getPlannedEndTime(), task.getEstimatedFinishTime(), task.getDuration()};
+    Derived const actual{task.getStartTime(), task.getEndTime(), task.getPlannedEndTime(),
+                         task.getEstimatedFinishTime(), task.getDuration()};
     ASSERT_EQ(line(actual), line(expected));
 }
 
@@ -138,7 +156,8 @@ TEST(TaskFlags, PassesAgreeWithPlainFormsThroughAnyHistory)
                 // What a reset forgets is not derived any more.
                 roots.setChanged();
                 plan.project.resetChanged();
-                forEachTask(roots, [](CTask const & task, CTask const *) { ASSERT_FALSE(task.getChanged() || taskChanged(task)); });
+                forEachTask(roots, [](CTask const & task, CTask const *)
+                            { ASSERT_FALSE(task.getChanged() || taskChanged(task)); });
                 ASSERT_FALSE(roots.getChanged());
             }
             std::vector<CTask *> const tasks = history.tasks();
@@ -153,11 +172,14 @@ TEST(TaskFlags, PassesAgreeWithPlainFormsThroughAnyHistory)
                 continue;
             }
             ASSERT_EQ(roots.setChanged(), expectedOfAll);
-            for (std::size_t each = 0; each < tasks.size(); ++each) ASSERT_EQ(tasks[each]->getChanged(), expected[each]);
-            forEachTask(roots, [](CTask const & task, CTask const * parent) {
-                ASSERT_EQ(task.getParentOfLastPass(), parent);
-                expectDerived(task);
-            });
+            for (std::size_t each = 0; each < tasks.size(); ++each)
+                ASSERT_EQ(tasks[each]->getChanged(), expected[each]);
+            forEachTask(roots,
+                        [](CTask const & task, CTask const * parent)
+                        {
+                            ASSERT_EQ(task.getParentOfLastPass(), parent);
+                            expectDerived(task);
+                        });
         }
     }
 }
@@ -207,6 +229,28 @@ TEST(TaskFlags, EverySetterIsHeard)
         EXPECT_FALSE(plan["u"].getChanged() || plan["v"].getChanged());
         plan.project.resetChanged();
         EXPECT_FALSE(plan["s"].getChanged() || plan.project.getChanged());
+    }
+}
+
+// What stands where a copy was assigned is flagged with all below it, also where nothing was copied.
+TEST(TaskFlags, MovedAndAssignedTasksAreFlaggedWithAllBelowThem)
+{
+    std::pair<char const *, void (*)(Plan &)> const changes[] = {
+        {"move", [](Plan & plan) { plan.tasks().rePositionElements(0, 1); }},
+        {"assign to itself", [](Plan & plan) { plan.writable("s") = plan["s"]; }},
+        {"set in its place", [](Plan & plan) { plan.tasks().SetAt(1, plan["s"]); }},
+        {"set its children", [](Plan & plan) { plan.writable("s").setSubTasks(*plan["s"].getSubTasks()); }},
+        {"assign a copy", [](Plan & plan) { plan.writable("s") = CTask(plan["s"]); }},
+    };
+    for (auto const & [name, change] : changes)
+    {
+        Plan plan({aTask("a"), aTask("s").with({aTask("t").with({aTask("u")})})});
+        change(plan);
+        EXPECT_TRUE(plan["u"].getName().getChanged() && plan["t"].getName().getChanged()) << name;
+        EXPECT_FALSE(plan["a"].getName().getChanged()) << name;
+        // The parents of copies are right before any pass.
+        EXPECT_EQ(plan.project.getTaskParent(plan["t"]), &plan["s"]) << name;
+        EXPECT_EQ(plan.project.getTaskParent(plan["u"]), &plan["t"]) << name;
     }
 }
 

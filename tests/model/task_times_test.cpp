@@ -26,8 +26,10 @@ TEST(TaskTimes, StandOnTheFieldsOfTheStatus)
         char const * times;
     } const cases[] = {
         {aTask("Hold").lasting(12_h), "01-05 09:00 > 01-06 13:00, 01-06 13:00, 1d4h, ?, 01-06 13:00, 1d4h"},
-        {aTask("TBA").inStatus(CTaskStatus::TBA).from("01-09 16:00"_t), "01-09 16:00 > 01-12 16:00, 01-12 16:00, 1d, ?, 01-12 16:00, 1d"},
-        {aTask("Started").lasting(2_d).started("01-07 11:00"_t), "01-07 11:00 > 01-09 11:00, 01-06 17:00, 2d, 01-09 11:00, 01-09 11:00, 2d"},
+        {aTask("TBA").inStatus(CTaskStatus::TBA).from("01-09 16:00"_t),
+         "01-09 16:00 > 01-12 16:00, 01-12 16:00, 1d, ?, 01-12 16:00, 1d"},
+        {aTask("Started").lasting(2_d).started("01-07 11:00"_t),
+         "01-07 11:00 > 01-09 11:00, 01-06 17:00, 2d, 01-09 11:00, 01-09 11:00, 2d"},
         {aTask("Finished").lasting(2_d).finished("01-07 11:00"_t, "01-08 10:00"_t),
          "01-07 11:00 > 01-08 10:00, 01-06 17:00, 2d, ?, 01-08 10:00, 7h"},
         {aTask("key").keyDate().from("01-06 12:00"_t), "01-06 12:00 > 01-06 12:00, 01-06 12:00, 0, ?, 01-06 12:00, 0"},
@@ -41,10 +43,12 @@ TEST(TaskTimes, StandOnTheFieldsOfTheStatus)
             CTask free = spec.make();
             free.setChanged();
             CTask const & task = inProject ? *plan.project.getTask(0) : free;
-            EXPECT_EQ(text(task.getStartTime()) + " > " + text(task.getEndTime()) + ", " + text(task.getPlannedEndTime()) + ", " +
-                          text(task.getPlannedDuration()) + ", " + text(task.getEstimatedFinishTime()) + ", " +
-                          text(task.getEndOfUnmitigatedRisk()) + ", " + text(task.getDurationToEndOfUnmitigatedRisk()),
-                      times) << spec.name << inProject;
+            EXPECT_EQ(text(task.getStartTime()) + " > " + text(task.getEndTime()) + ", " +
+                          text(task.getPlannedEndTime()) + ", " + text(task.getPlannedDuration()) + ", " +
+                          text(task.getEstimatedFinishTime()) + ", " + text(task.getEndOfUnmitigatedRisk()) + ", " +
+                          text(task.getDurationToEndOfUnmitigatedRisk()),
+                      times)
+                << spec.name << inProject;
             EXPECT_EQ(text(task.getEndOfStoredRisk()), text(task.getEndOfUnmitigatedRisk()));
             EXPECT_EQ(text(task.getDurationToEndOfStoredRisk()), text(task.getDurationToEndOfUnmitigatedRisk()));
         }
@@ -75,13 +79,15 @@ TEST(TaskTimes, SettersKeepTheOtherEndAndTheLeastLength)
         // The task runs from Monday 01-05 09:00 to Wednesday 01-07 17:00.
         {"later start", [](CTask & t) { t.setPlannedStartTime("01-06 12:00"_t); }, "01-06 12:00 > 01-07 17:00 1d5h"},
         {"earlier start", [](CTask & t) { t.setPlannedStartTime("01-02 16:00"_t); }, "01-02 16:00 > 01-07 17:00 3d1h"},
-        {"start a minute before the end", [](CTask & t) { t.setPlannedStartTime("01-07 16:59"_t); }, "01-07 16:59 > 01-07 17:00 1m"},
+        {"start a minute before the end", [](CTask & t) { t.setPlannedStartTime("01-07 16:59"_t); },
+         "01-07 16:59 > 01-07 17:00 1m"},
         {"start at the end", [](CTask & t) { t.setPlannedStartTime("01-08 09:00"_t); }, "01-05 09:00 > 01-07 17:00 3d"},
         {"start at night", [](CTask & t) { t.setPlannedStartTime("01-06 18:00"_t); }, "01-05 09:00 > 01-07 17:00 3d"},
         {"no start", [](CTask & t) { t.setPlannedStartTime(CProjectTime()); }, "01-05 09:00 > 01-07 17:00 3d"},
         {"later end", [](CTask & t) { t.setPlannedEndTime("01-08 12:00"_t); }, "01-05 09:00 > 01-08 12:00 3d3h"},
         {"end at night", [](CTask & t) { t.setPlannedEndTime("01-08 20:00"_t); }, "01-05 09:00 > 01-08 17:00 4d"},
-        {"end behind the start", [](CTask & t) { t.setPlannedEndTime("01-05 09:01"_t); }, "01-05 09:00 > 01-05 09:01 1m"},
+        {"end behind the start", [](CTask & t) { t.setPlannedEndTime("01-05 09:01"_t); },
+         "01-05 09:00 > 01-05 09:01 1m"},
         {"end at the start", [](CTask & t) { t.setPlannedEndTime("01-05 09:00"_t); }, "01-05 09:00 > 01-07 17:00 3d"},
         {"end before", [](CTask & t) { t.setPlannedEndTime("01-02 09:00"_t); }, "01-05 09:00 > 01-07 17:00 3d"},
         {"no end", [](CTask & t) { t.setPlannedEndTime(CProjectTime()); }, "01-05 09:00 > 01-07 17:00 3d"},
@@ -89,25 +95,35 @@ TEST(TaskTimes, SettersKeepTheOtherEndAndTheLeastLength)
         {"less", [](CTask & t) { t.setDuration(CProjectDuration(59)); }, "01-05 09:00 > 01-05 09:01 1m"},
         {"negative", [](CTask & t) { t.setDuration(CProjectDuration(-7200)); }, "01-05 09:00 > 01-05 09:01 1m"},
         {"no duration", [](CTask & t) { t.setDuration(CProjectDuration()); }, "01-05 09:00 > 01-07 17:00 3d"},
-        {"to the end of risk", [](CTask & t) { t.setDurationToEndOfUnmitigatedRisk(90_m); }, "01-05 09:00 > 01-05 10:30 1h30m"},
-        {"end of risk", [](CTask & t) { t.setEndOfUnmitigatedRisk("01-06 10:00"_t); }, "01-05 09:00 > 01-06 10:00 1d1h"},
-        {"end of risk at the start", [](CTask & t) { t.setEndOfUnmitigatedRisk("01-05 09:00"_t); }, "01-05 09:00 > 01-07 17:00 3d"},
+        {"to the end of risk", [](CTask & t) { t.setDurationToEndOfUnmitigatedRisk(90_m); },
+         "01-05 09:00 > 01-05 10:30 1h30m"},
+        {"end of risk", [](CTask & t) { t.setEndOfUnmitigatedRisk("01-06 10:00"_t); },
+         "01-05 09:00 > 01-06 10:00 1d1h"},
+        {"end of risk at the start", [](CTask & t) { t.setEndOfUnmitigatedRisk("01-05 09:00"_t); },
+         "01-05 09:00 > 01-07 17:00 3d"},
         {"negative, additive",
-         [](CTask & t) {
+         [](CTask & t)
+         {
              EXPECT_TRUE(t.setRiskType(CRiskType::Additive));
              EXPECT_FALSE(t.setRiskType(CRiskType::Additive));
              t.setDurationToEndOfUnmitigatedRisk(CProjectDuration(-60));
          },
          "01-05 09:00 > 01-07 17:00 3d"},
         {"move", [](CTask & t) { t.reschedulePlannedStartTime("01-09 09:00"_t); }, "01-09 09:00 > 01-13 17:00 3d"},
-        {"move to an end", [](CTask & t) { t.reschedulePlannedStartTime("01-09 17:00"_t); }, "01-05 09:00 > 01-07 17:00 3d"},
-        {"move the end", [](CTask & t) { t.reschedulePlannedEndTime("01-09 12:00"_t); }, "01-06 12:00 > 01-09 12:00 3d"},
-        {"move the end to a start", [](CTask & t) { t.reschedulePlannedEndTime("01-09 09:00"_t); }, "01-05 09:00 > 01-07 17:00 3d"},
-        {"move the end of risk", [](CTask & t) { t.rescheduleEndOfUnmitigatedRisk("01-14 17:00"_t); }, "01-12 09:00 > 01-14 17:00 3d"},
-        {"key date", [](CTask & t) { t.setTaskType(CTaskType::KeyDate), t.setDuration(5_d); }, "01-05 09:00 > 01-05 09:00 0"},
+        {"move to an end", [](CTask & t) { t.reschedulePlannedStartTime("01-09 17:00"_t); },
+         "01-05 09:00 > 01-07 17:00 3d"},
+        {"move the end", [](CTask & t) { t.reschedulePlannedEndTime("01-09 12:00"_t); },
+         "01-06 12:00 > 01-09 12:00 3d"},
+        {"move the end to a start", [](CTask & t) { t.reschedulePlannedEndTime("01-09 09:00"_t); },
+         "01-05 09:00 > 01-07 17:00 3d"},
+        {"move the end of risk", [](CTask & t) { t.rescheduleEndOfUnmitigatedRisk("01-14 17:00"_t); },
+         "01-12 09:00 > 01-14 17:00 3d"},
+        {"key date", [](CTask & t) { t.setTaskType(CTaskType::KeyDate), t.setDuration(5_d); },
+         "01-05 09:00 > 01-05 09:00 0"},
         // Begun and constrained tasks stay.
         {"started",
-         [](CTask & t) {
+         [](CTask & t)
+         {
              t.setActualStartTime("01-06 09:00"_t);
              t.setActualFinishTime("01-06 12:00"_t);
              t.setStatus(CTaskStatus::Finished);
@@ -118,14 +134,16 @@ TEST(TaskTimes, SettersKeepTheOtherEndAndTheLeastLength)
          },
          "01-06 09:00 > 01-06 12:00 3d"},
         {"constrained",
-         [](CTask & t) {
+         [](CTask & t)
+         {
              t.setConstraintType(CTaskConstraintType::CannotReschedule);
              t.setPlannedStartTime("01-06 09:00"_t), t.setPlannedEndTime("01-06 17:00"_t);
              t.reschedulePlannedStartTime("01-06 09:00"_t), t.rescheduleEndOfUnmitigatedRisk("01-06 17:00"_t);
          },
          "01-05 09:00 > 01-07 17:00 3d"},
         {"constrained, longer",
-         [](CTask & t) {
+         [](CTask & t)
+         {
              t.setConstraintType(CTaskConstraintType::CannotReschedule);
              t.setDuration(4_d);
          },
@@ -178,13 +196,15 @@ TEST(TaskTimes, ASummaryTaskMovesTheChildrenThatCanMove)
         {"later end of risk", [](CTask & s) { s.rescheduleEndOfUnmitigatedRisk("01-13 12:00"_t); },
          "a 01-05 14:00, b 01-08 12:00, v 01-09 12:00, s 01-05 12:00 > 01-13 12:00 6d"},
         {"constrained itself",
-         [](CTask & s) {
+         [](CTask & s)
+         {
              s.setConstraintType(CTaskConstraintType::CannotReschedule);
              s.reschedulePlannedStartTime("01-02 15:00"_t);
          },
          "a 01-02 15:00, b 01-07 13:00, v 01-08 13:00, s 01-02 15:00 > 01-12 13:00 5d6h"},
         {"its own times cannot be set",
-         [](CTask & s) {
+         [](CTask & s)
+         {
              s.setPlannedStartTime("01-02 15:00"_t), s.setPlannedEndTime("01-13 12:00"_t), s.setDuration(1_d);
              s.setEndOfUnmitigatedRisk("01-13 12:00"_t);
              EXPECT_FALSE(s.setRiskType(CRiskType::Additive));
@@ -194,17 +214,21 @@ TEST(TaskTimes, ASummaryTaskMovesTheChildrenThatCanMove)
     for (auto const & [name, change, after] : cases)
     {
         Plan plan({aTask("s").with({aTask("a").lasting(2_d), aTask("b").from("01-07 15:00"_t), aBlank(),
-                                    aTask("fixed").from("01-06 09:00"_t).constrained(), aTask("begun").started("01-05 12:00"_t),
+                                    aTask("fixed").from("01-06 09:00"_t).constrained(),
+                                    aTask("begun").started("01-05 12:00"_t),
                                     aTask("u").with({aTask("v").from("01-08 15:00"_t).lasting(2_d)})})});
         change(plan.writable("s"));
         std::string places;
-        for (char const * child : {"a", "b", "v"}) places += std::string(child) + ' ' + text(plan[child].getStartTime()) + ", ";
+        for (char const * child : {"a", "b", "v"})
+            places += std::string(child) + ' ' + text(plan[child].getStartTime()) + ", ";
         EXPECT_EQ(places + "s " + span(plan["s"]), after) << name;
-        EXPECT_EQ(span(plan["fixed"]) + ", " + span(plan["begun"]), "01-06 09:00 > 01-06 17:00 1d, 01-05 12:00 > 01-06 12:00 1d");
+        EXPECT_EQ(span(plan["fixed"]) + ", " + span(plan["begun"]),
+                  "01-06 09:00 > 01-06 17:00 1d, 01-05 12:00 > 01-06 12:00 1d");
         EXPECT_EQ(plan["s"].getEndOfStoredRisk(), plan["s"].getEndTime());
         EXPECT_EQ(plan["s"].getDurationToEndOfStoredRisk(), plan["s"].getDuration());
         // Its own planned start plus the length of the children.
-        EXPECT_EQ(plan["s"].getPlannedEndTime(), plan["s"].getCalendar().addDurationToTime("01-05 09:00"_t, plan["s"].getDuration(), true));
+        EXPECT_EQ(plan["s"].getPlannedEndTime(),
+                  plan["s"].getCalendar().addDurationToTime("01-05 09:00"_t, plan["s"].getDuration(), true));
     }
 }
 
@@ -274,8 +298,8 @@ TEST(TaskTimes, PredicatesAndTheirExplanations)
          resources + "its status is \"Started\""},
         {aTask("t").finished("01-05 09:00"_t, "01-05 10:00"_t), "++--------", moved + "its status is \"Finished\"",
          risks + "its status is \"Finished\"", resources + "its status is \"Finished\""},
-        {begun(aTask("t").constrained()), "++---+-+--", moved + "it is constrained", risks + "its status is \"Started\"",
-         resources + "its status is \"Started\""},
+        {begun(aTask("t").constrained()), "++---+-+--", moved + "it is constrained",
+         risks + "its status is \"Started\"", resources + "its status is \"Started\""},
         {begun(aTask("t").keyDate()), "-+-----+-+", moved + "its status is \"Started\"", risks + "it is a key date",
          resources + "its status is \"Started\""},
         {parent, "+++---+-+-", "", risks + "it is a summary task", ""},
@@ -287,8 +311,9 @@ TEST(TaskTimes, PredicatesAndTheirExplanations)
         SCOPED_TRACE(number++);
         Plan plan(std::vector<TaskSpec>{each.spec});
         CTask const & t = plan["t"];
-        bool const can[] = {t.canBecomeSummaryTask(), t.canCreateLinks(), t.canReschedule(), t.canChangeDuration(), t.canAssignRisks(),
-                            t.canAssignTaskReports(), t.canAssignResources(), t.canChangePercentComplete(), t.canChangeBaseline(),
+        bool const can[] = {t.canBecomeSummaryTask(), t.canCreateLinks(),           t.canReschedule(),
+                            t.canChangeDuration(),    t.canAssignRisks(),           t.canAssignTaskReports(),
+                            t.canAssignResources(),   t.canChangePercentComplete(), t.canChangeBaseline(),
                             t.canChangeType()};
         std::string answers;
         for (bool const one : can) answers += one ? '+' : '-';

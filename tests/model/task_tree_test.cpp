@@ -25,17 +25,20 @@ CTask const * searched(CTaskArray const & tasks, CTaskID const & id)
     return nullptr;
 }
 
-void expectPlacesAsWalked(CTaskArray const & roots, std::vector<CTaskArray *> const & arrays, std::vector<CTaskID> const & ids)
+void expectPlacesAsWalked(CTaskArray const & roots, std::vector<CTaskArray *> const & arrays,
+                          std::vector<CTaskID> const & ids)
 {
-    forEachTask(roots, [&](CTask const & task, CTask const * parent) {
-        ASSERT_EQ(task.getParent(), parent);
-        CTaskArray const & siblings = parent ? *parent->getSubTasks() : roots;
-        int const position = siblings.positionOf(task);
-        ASSERT_GE(position, 0);
-        ASSERT_EQ(&siblings.GetAt(position), &task);
-        ASSERT_EQ(roots.findInForest(task.getID()), searched(roots, task.getID()));
-        ASSERT_EQ(task.findTask(task.getID()), &task);
-    });
+    forEachTask(roots,
+                [&](CTask const & task, CTask const * parent)
+                {
+                    ASSERT_EQ(task.getParent(), parent);
+                    CTaskArray const & siblings = parent ? *parent->getSubTasks() : roots;
+                    int const position = siblings.positionOf(task);
+                    ASSERT_GE(position, 0);
+                    ASSERT_EQ(&siblings.GetAt(position), &task);
+                    ASSERT_EQ(roots.findInForest(task.getID()), searched(roots, task.getID()));
+                    ASSERT_EQ(task.findTask(task.getID()), &task);
+                });
     for (CTaskID const & id : ids)
     {
         ASSERT_EQ(roots.findInForest(id), searched(roots, id));
@@ -87,7 +90,8 @@ TEST(TaskTree, NoTaskIsLost)
                 std::string const edit = history.step();
                 int links = 0;
                 for (CTask const * task : history.tasks()) links += task->getUpstreamLinks().GetSize();
-                ASSERT_EQ(CTask::getCreated() - CTask::getDeleted(), static_cast<int>(history.tasks().size())) << seed << ' ' << edit;
+                ASSERT_EQ(CTask::getCreated() - CTask::getDeleted(), static_cast<int>(history.tasks().size()))
+                    << seed << ' ' << edit;
                 ASSERT_EQ(CLink::getCreated() - CLink::getDeleted(), links) << seed << ' ' << edit;
             }
         }
@@ -112,7 +116,8 @@ TEST(TaskTree, RowsAreRepositioned)
     {
         int to, from;
         char const * after;
-    } const cases[] = {{0, 2, "CAB"}, {2, 0, "BCA"}, {1, 1, "ABC"}, {0, 3, ""}, {3, 0, ""}, {-1, 0, ""}, {0, -1, ""}, {2, 1, "ACB"}};
+    } const cases[] = {{0, 2, "CAB"}, {2, 0, "BCA"}, {1, 1, "ABC"}, {0, 3, ""},
+                       {3, 0, ""},    {-1, 0, ""},   {0, -1, ""},   {2, 1, "ACB"}};
     for (auto const & each : cases)
     {
         CTaskArray array;
@@ -184,7 +189,9 @@ TEST(TaskTree, ATaskCanBeAssignedFromItsOwnSubtreeAndToIt)
     Plan plan({aTask("a").with({aTask("b").with({aTask("c"), aTask("d")}), aTask("e")})});
     CTask & a = plan.writable("a");
     a = *a.getSubTasks()->GetAt(0).findTask(plan.id("b"));
-    EXPECT_EQ(digest(plan.project), "b: 01-05 09:00 > 01-05 17:00 1d\n  c: 01-05 09:00 > 01-05 17:00 1d\n  d: 01-05 09:00 > 01-05 17:00 1d\n");
+    EXPECT_EQ(
+        digest(plan.project),
+        "b: 01-05 09:00 > 01-05 17:00 1d\n  c: 01-05 09:00 > 01-05 17:00 1d\n  d: 01-05 09:00 > 01-05 17:00 1d\n");
     a.setSubTasks(*a.getSubTasks());
     CTask & c = plan.writable("c");
     c = a;
@@ -237,7 +244,11 @@ TEST(TaskTree, ATaskKnowsItsPlaceAmongItsSiblings)
         char const * name;
         int position;
         bool up, down;
-    } const cases[] = {{"a", 0, false, true}, {"s", 1, true, false}, {"t", 0, false, true}, {"u", 1, true, true}, {"v", 2, true, false}};
+    } const cases[] = {{"a", 0, false, true},
+                       {"s", 1, true, false},
+                       {"t", 0, false, true},
+                       {"u", 1, true, true},
+                       {"v", 2, true, false}};
     for (auto const & each : cases)
     {
         EXPECT_EQ(plan[each.name].getPositionInSiblings(), each.position) << each.name;
@@ -254,7 +265,8 @@ TEST(TaskTree, ATaskKnowsItsPlaceAmongItsSiblings)
 
 TEST(TaskTree, BlankTasksAndWhatLiesBelowThemDoNotCount)
 {
-    Plan plan({aTask("a"), aBlank(), aBlank("gap").with({aTask("lost")}), aTask("s").with({aTask("t"), aBlank(), aTask("u").with({aTask("v")})})});
+    Plan plan({aTask("a"), aBlank(), aBlank("gap").with({aTask("lost")}),
+               aTask("s").with({aTask("t"), aBlank(), aTask("u").with({aTask("v")})})});
     EXPECT_EQ(plan.project.getNumberOfTasks(), 4);
     EXPECT_EQ(plan.project.getTotalNumberOfTasks(), 5);
     EXPECT_EQ(plan.project.getNumberOfSubtasks(plan["s"]), 3);

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "rules/string_table.h"
 #include "tests/support/recording_host.h"
 
 namespace
@@ -53,12 +52,6 @@ TEST(MessageTest, TakesOnlyYesForYes)
     EXPECT_FALSE(promptYesNo("Sure of %s?", "it"));
     EXPECT_TRUE(promptYesNo("Sure of %s?", "it"));
     EXPECT_FALSE(promptYesNo("Sure?"));
-}
-
-TEST(MessageTest, LoadsTextsByNumber)
-{
-    EXPECT_EQ(orvane::loadString(54), "These Tasks are already linked.");
-    for (int unknown : {-1, 0, 51, 52, 56}) EXPECT_EQ(orvane::loadString(unknown), orvane::loadString(50));
 }
 
 }  // namespace

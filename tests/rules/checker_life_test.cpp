@@ -13,7 +13,8 @@ using namespace orvane;
 namespace
 {
 
-CRulesCheckerContext const contexts[] = {CRulesCheckerContext::OriginatingClient, CRulesCheckerContext::TransactionServer,
+CRulesCheckerContext const contexts[] = {CRulesCheckerContext::OriginatingClient,
+                                         CRulesCheckerContext::TransactionServer,
                                          CRulesCheckerContext::ReceivingClient};
 
 std::string flags(CProject const & project)
@@ -63,11 +64,13 @@ TEST(CheckerLife, DerivesWhatTheActionChangedAndOnlyThen)
 {
     Plan plan({aTask("house").with({aTask("walls").lasting(2_d), aTask("roof")})});
     auto const end = [&] { return plan["house"].getEndTime(); };
-    plan.act([&](auto & rules) {
-        EXPECT_TRUE(rules.changeTaskDuration(plan.id("roof"), 4_d, true));
-        EXPECT_EQ(plan["roof"].getEndTime(), "01-08 17:00"_t);
-        EXPECT_EQ(end(), "01-06 17:00"_t);
-    });
+    plan.act(
+        [&](auto & rules)
+        {
+            EXPECT_TRUE(rules.changeTaskDuration(plan.id("roof"), 4_d, true));
+            EXPECT_EQ(plan["roof"].getEndTime(), "01-08 17:00"_t);
+            EXPECT_EQ(end(), "01-06 17:00"_t);
+        });
     EXPECT_EQ(end(), "01-08 17:00"_t);
 }
 
@@ -96,12 +99,14 @@ TEST(CheckerLife, ClearGivesTheContentOfANewProject)
     CUserID const user = plan.project.getCurrentUser()->getID();
     CProjectID const project = plan.project.getProjectID();
     Watcher watcher([&] { return flags(plan.project); });
-    plan.act([&](auto & rules) {
-        rules.setSelectedTaskID(plan.ids({"dig"}));
-        EXPECT_TRUE(rules.clear());
-        EXPECT_TRUE(rules.setState(3));
-        EXPECT_TRUE(rules.rollback());
-    });
+    plan.act(
+        [&](auto & rules)
+        {
+            rules.setSelectedTaskID(plan.ids({"dig"}));
+            EXPECT_TRUE(rules.clear());
+            EXPECT_TRUE(rules.setState(3));
+            EXPECT_TRUE(rules.rollback());
+        });
     EXPECT_EQ(digest(plan.project), "");
     EXPECT_TRUE(plan.project.getSelectedTaskID().IsEmpty());
     EXPECT_TRUE(plan.project.getPresentationData().getTaskPresentations().IsEmpty());
@@ -118,26 +123,51 @@ TEST(CheckerLife, ClearGivesTheContentOfANewProject)
 
 // ---- refusals ---------------------------------------------------------------------------------------
 
+std::vector<bool> answersOnATask(CLocalRulesChecker & rules, CTaskID const & id)
+{
+    CProjectTime const time = "01-05 09:00"_t;
+    return {rules.changeTaskName(id, "x"),
+            rules.changeTaskStatus(id, CTaskStatus::Go),
+            rules.changeTaskDuration(id, 1_d, false),
+            rules.changeTaskStart(id, time),
+            rules.changeTaskFinish(id, time),
+            rules.changeTaskRiskType(id, CRiskType::Additive),
+            rules.changeTaskDominantCalendar(id, CCalendarID()),
+            rules.changeTaskRiskBuffer(id, true),
+            rules.changeTaskComments(id, "x"),
+            rules.changeTaskConstraint(id, CTaskConstraint()),
+            rules.changeTaskCategory(id, "x"),
+            rules.changeTaskType(id, CTaskType::KeyDate),
+            rules.changeTaskTemplateFlag(id, true),
+            rules.startTask(id, time),
+            rules.finishTask(id, time),
+            rules.addLink(id, id, CLinkType::FinishToStart),
+            rules.changeLink(CLink(id, CLinkType::FinishToStart))};
+}
+
 TEST(CheckerLife, WithoutAProjectEverythingIsRefused)
 {
     Plan plan({aTask("dig")});
     CTaskID const id = plan.id("dig");
+    CTaskIDArray const ids = plan.ids({"dig"});
     for (CRulesCheckerContext const & context : contexts)
     {
         CLocalRulesChecker rules(nullptr, context);
-        CTaskIDArray ids;
-        ids.Add(id);
-        CProjectTime const time = "01-05 09:00"_t;
-        bool const results[] = {
-            rules.clear(), rules.addTaskWithName("x", 2), rules.addTaskWithDuration(1_d, 0), rules.addTaskWithFinish(time, 0, true),
-            rules.changeTaskName(id, "x"), rules.changeTaskStatus(id, CTaskStatus::Go), rules.changeTaskDuration(id, 1_d, false),
-            rules.changeTaskStart(id, time), rules.changeTaskFinish(id, time), rules.changeTaskRiskType(id, CRiskType::Additive),
-            rules.changeTaskDominantCalendar(id, CCalendarID()), rules.changeTaskRiskBuffer(id, true), rules.changeTaskComments(id, "x"),
-            rules.changeTaskConstraint(id, CTaskConstraint()), rules.changeTaskCategory(id, "x"), rules.changeTaskType(id, CTaskType::KeyDate),
-            rules.changeTaskTemplateFlag(id, true), rules.startTask(id, time), rules.finishTask(id, time), rules.clearTasks(ids),
-            rules.removeTasks(ids), rules.addLink(id, id, CLinkType::FinishToStart), rules.changeLink(CLink()), rules.removeLink(CLinkID()),
-            rules.setPrimarySelectedTaskID(id), rules.setSelectedTaskID(ids), rules.setSelectedLinksTasks(CLinkID()), rules.addTaskPresentation(id),
-            rules.setTaskPresentation(id, CTaskPresentation()), rules.removeTaskPresentation(id), rules.removeAllTaskPresentations(plan["dig"])};
+        EXPECT_EQ(answersOnATask(rules, id), std::vector<bool>(17));
+        bool const results[] = {rules.clear(),
+                                rules.addTaskWithName("x", 2),
+                                rules.addTaskWithDuration(1_d, 0),
+                                rules.addTaskWithFinish("01-05 09:00"_t, 0, true),
+                                rules.clearTasks(ids),
+                                rules.removeTasks(ids),
+                                rules.removeLink(CLinkID()),
+                                rules.setPrimarySelectedTaskID(id),
+                                rules.setSelectedTaskID(ids),
+                                rules.setSelectedLinksTasks(CLinkID()),
+                                rules.addTaskPresentation(id),
+                                rules.setTaskPresentation(id, CTaskPresentation()),
+                                rules.removeTaskPresentation(id),
+                                rules.removeAllTaskPresentations(plan["dig"])};
         for (std::size_t each = 0; each < std::size(results); ++each) EXPECT_FALSE(results[each]) << each;
         rules.deselectTasksThatAreExcludedByFilter();
         EXPECT_TRUE(rules.setState(0));
@@ -149,20 +179,13 @@ TEST(CheckerLife, AnUnknownTaskIsRefusedWithoutEffect)
     Plan plan({aTask("dig")});
     std::unique_ptr<CProjectData> const before(plan.project.getCopyOfProjectData());
     for (CTaskID const & id : {CTaskID(), CTaskID::getNULL()})
-    {
-        CProjectTime const time = "01-05 09:00"_t;
-        plan.act([&](CLocalRulesChecker & rules) {
-            bool const results[] = {
-                rules.changeTaskName(id, "x"), rules.changeTaskStatus(id, CTaskStatus::Go), rules.changeTaskDuration(id, 1_d, false),
-                rules.changeTaskStart(id, time), rules.changeTaskFinish(id, time), rules.changeTaskRiskType(id, CRiskType::Additive),
-                rules.changeTaskDominantCalendar(id, CCalendarID()), rules.changeTaskRiskBuffer(id, true), rules.changeTaskComments(id, "x"),
-                rules.changeTaskConstraint(id, CTaskConstraint()), rules.changeTaskCategory(id, "x"),
-                rules.changeTaskType(id, CTaskType::KeyDate), rules.changeTaskTemplateFlag(id, true), rules.startTask(id, time),
-                rules.finishTask(id, time), rules.addLink(plan.id("dig"), id, CLinkType::FinishToStart),
-                rules.addLink(id, plan.id("dig"), CLinkType::FinishToStart)};
-            for (std::size_t each = 0; each < std::size(results); ++each) EXPECT_FALSE(results[each]) << each;
-        });
-    }
+        plan.act(
+            [&](CLocalRulesChecker & rules)
+            {
+                EXPECT_EQ(answersOnATask(rules, id), std::vector<bool>(17));
+                EXPECT_FALSE(rules.addLink(plan.id("dig"), id, CLinkType::FinishToStart));
+                EXPECT_FALSE(rules.addLink(id, plan.id("dig"), CLinkType::FinishToStart));
+            });
     std::unique_ptr<CProjectData> const after(plan.project.getCopyOfProjectData());
     EXPECT_TRUE(*before == *after);
 }
@@ -170,21 +193,23 @@ TEST(CheckerLife, AnUnknownTaskIsRefusedWithoutEffect)
 TEST(CheckerLife, WhatIsNotAvailableYetSaysSo)
 {
     Plan plan({aTask("dig")});
-    plan.act([&](CLocalRulesChecker & rules) {
-        IRulesChecker & all = rules;
-        EXPECT_THROW(all.undo(1), std::logic_error);
-        EXPECT_THROW(all.setTasksBaseline(plan.ids({"dig"})), std::logic_error);
-        EXPECT_THROW(all.findNext("x", false, false, false), std::logic_error);
-        try
+    plan.act(
+        [&](CLocalRulesChecker & rules)
         {
-            all.insertBlankTask(plan.id("dig"), CInsertType::Above);
-            FAIL();
-        }
-        catch (std::logic_error const & error)
-        {
-            EXPECT_NE(std::string(error.what()).find("insertBlankTask"), std::string::npos);
-        }
-    });
+            IRulesChecker & all = rules;
+            EXPECT_THROW(all.undo(1), std::logic_error);
+            EXPECT_THROW(all.setTasksBaseline(plan.ids({"dig"})), std::logic_error);
+            EXPECT_THROW(all.findNext("x", false, false, false), std::logic_error);
+            try
+            {
+                all.insertBlankTask(plan.id("dig"), CInsertType::Above);
+                FAIL();
+            }
+            catch (std::logic_error const & error)
+            {
+                EXPECT_NE(std::string(error.what()).find("insertBlankTask"), std::string::npos);
+            }
+        });
 }
 
 // ---- the same action elsewhere ----------------------------------------------------------------------
@@ -215,11 +240,13 @@ private:
         ID::getIDsToIssue().Copy(issued);
     }
 };
-using ReplayAll = Replay<CTaskID, CLinkID, CSupplyChainID, CTaskCategoryID, CCalendarID, CCalendarDayTypeID, CCompanyID, CUserID, CRoleID>;
+using ReplayAll = Replay<CTaskID, CLinkID, CSupplyChainID, CTaskCategoryID, CCalendarID, CCalendarDayTypeID, CCompanyID,
+                         CUserID, CRoleID>;
 
 TEST(CheckerLife, AnActionReplayedElsewhereGivesTheSameProject)
 {
-    auto const actions = [](CLocalRulesChecker & rules, CProject const & project) {
+    auto const actions = [](CLocalRulesChecker & rules, CProject const & project)
+    {
         auto const id = [&](int row) { return CTaskID(project.getTask(row)->getID()); };
         EXPECT_TRUE(rules.addTaskWithName("dig", 2));
         EXPECT_TRUE(rules.addTaskWithDuration(3_d, 0));

@@ -24,7 +24,8 @@ protected:
 
 TEST_F(NewTasks, StandBehindTheirBlankRows)
 {
-    EXPECT_EQ(add([](auto & rules) { EXPECT_TRUE(rules.addTaskWithName("dig", 0)); }), "dig: 01-07 09:00 > 01-07 17:00 1d\n");
+    EXPECT_EQ(add([](auto & rules) { EXPECT_TRUE(rules.addTaskWithName("dig", 0)); }),
+              "dig: 01-07 09:00 > 01-07 17:00 1d\n");
     EXPECT_EQ(add([](auto & rules) { EXPECT_TRUE(rules.addTaskWithName("", -3)); }),
               "dig: 01-07 09:00 > 01-07 17:00 1d\n: 01-07 09:00 > 01-07 17:00 1d\n");
     clock.set("01-10 10:00"_t);
@@ -60,13 +61,18 @@ TEST_F(NewTasks, TakeADurationOrAnEnd)
     {
         Plan one;
         EXPECT_TRUE(one.act([&](auto & rules) { return rules.addTaskWithFinish(each.time, 0, each.isFinish); }));
-        EXPECT_EQ(digest(one.project), "New Task: " + std::string(each.expected) + " 1d\n") << text(each.time) << each.isFinish;
+        EXPECT_EQ(digest(one.project), "New Task: " + std::string(each.expected) + " 1d\n")
+            << text(each.time) << each.isFinish;
     }
     struct
     {
         CProjectDuration given;
         char const * expected;
-    } const durations[] = {{0_m, "1m"}, {CProjectDuration(-60), "1m"}, {CProjectDuration(119), "1m"}, {2_m, "2m"}, {CProjectDuration(), "1d"}};
+    } const durations[] = {{0_m, "1m"},
+                           {CProjectDuration(-60), "1m"},
+                           {CProjectDuration(119), "1m"},
+                           {2_m, "2m"},
+                           {CProjectDuration(), "1d"}};
     for (auto const & each : durations)
     {
         Plan one;
@@ -83,12 +89,15 @@ TEST_F(NewTasks, AreSelectedWhereTheUserActed)
         {
             CRulesCheckerContext role;
             role = context;
-            plan.act([&](auto & rules) {
-                rules.setSelectedTaskID(CTaskIDArray());
-                if (rule == 0) rules.addTaskWithName("x", 1);
-                if (rule == 1) rules.addTaskWithDuration(1_d, 1);
-                if (rule == 2) rules.addTaskWithFinish("01-09 17:00"_t, 1, true);
-            }, role);
+            plan.act(
+                [&](auto & rules)
+                {
+                    rules.setSelectedTaskID(CTaskIDArray());
+                    if (rule == 0) rules.addTaskWithName("x", 1);
+                    if (rule == 1) rules.addTaskWithDuration(1_d, 1);
+                    if (rule == 2) rules.addTaskWithFinish("01-09 17:00"_t, 1, true);
+                },
+                role);
             CTask const & last = *plan.project.getTask(plan.project.getNumberOfTasks() - 1);
             CTaskIDArray expected;
             if (context == 1) expected.Add(last.getID());

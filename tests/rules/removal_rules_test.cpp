@@ -105,7 +105,8 @@ TEST(RemovalRules, TheSelectionItselfCanBeRemovedOrCleared)
         build(plan);
         plan.act([&](auto & rules) { rules.setSelectedTaskID(plan.ids({"a", "b", "d", "e"})); });
         CTaskIDArray const & selection = plan.project.getSelectedTaskID();
-        EXPECT_TRUE(plan.act([&](auto & rules) { return remove ? rules.removeTasks(selection) : rules.clearTasks(selection); }));
+        EXPECT_TRUE(plan.act([&](auto & rules)
+                             { return remove ? rules.removeTasks(selection) : rules.clearTasks(selection); }));
         EXPECT_EQ(outline(plan.project.getAllTasks()), remove ? "g h i(j -)" : "- - g h i(j -)");
     }
 }

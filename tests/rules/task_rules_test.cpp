@@ -96,12 +96,14 @@ TEST_F(TaskRules, EachRefusesTheKindsOfTaskItCannotChange)
         {"finish at the start", [](auto & r, auto & id) { return r.changeTaskFinish(id, "01-08 09:00"_t); }, "-------"},
         {"no finish", [](auto & r, auto & id) { return r.changeTaskFinish(id, "?"_t); }, "-------"},
         {"risk type", [](auto & r, auto & id) { return r.changeTaskRiskType(id, CRiskType::Additive); }, "+-----+"},
-        {"risk type in force", [](auto & r, auto & id) { return r.changeTaskRiskType(id, CRiskType::Subtractive); }, "-------"},
+        {"risk type in force", [](auto & r, auto & id) { return r.changeTaskRiskType(id, CRiskType::Subtractive); },
+         "-------"},
         {"calendar", [](auto & r, auto & id) { return r.changeTaskDominantCalendar(id, CCalendarID()); }, "+--+--+"},
         {"buffer", [](auto & r, auto & id) { return r.changeTaskRiskBuffer(id, true); }, "+-----+"},
         {"no buffer", [](auto & r, auto & id) { return r.changeTaskRiskBuffer(id, false); }, "-------"},
         {"constraint",
-         [](auto & r, auto & id) { return r.changeTaskConstraint(id, CTaskConstraint(CTaskConstraintType::CannotReschedule)); },
+         [](auto & r, auto & id)
+         { return r.changeTaskConstraint(id, CTaskConstraint(CTaskConstraintType::CannotReschedule)); },
          "+--+--+"},
         {"type", [](auto & r, auto & id) { return r.changeTaskType(id, CTaskType::KeyDate); }, "+--+--+"},
         {"start work", [](auto & r, auto & id) { return r.startTask(id, "01-07 09:00"_t); }, "+--+-++"},
@@ -109,7 +111,6 @@ TEST_F(TaskRules, EachRefusesTheKindsOfTaskItCannotChange)
     };
     for (auto const & each : cases)
     {
-
         EXPECT_EQ(answers(each.rule), each.answers) << each.name;
     }
 }
@@ -133,10 +134,12 @@ TEST_F(TaskRules, TextsHaveLimits)
     };
     for (auto const & each : cases)
     {
-        EXPECT_EQ(act("plain", [&](auto & r, auto & id) { return r.changeTaskComments(id, each.text); }), each.asComments);
+        EXPECT_EQ(act("plain", [&](auto & r, auto & id) { return r.changeTaskComments(id, each.text); }),
+                  each.asComments);
         CString const kept = plan.project.getTask(0)->getName();
         CTaskID const id = plan.project.getTask(0)->getID();
-        EXPECT_EQ(plan.act([&](auto & r) { return r.changeTaskName(id, each.text); }), each.asName) << each.text.GetLength();
+        EXPECT_EQ(plan.act([&](auto & r) { return r.changeTaskName(id, each.text); }), each.asName)
+            << each.text.GetLength();
         EXPECT_EQ(plan.project.getTask(0)->getName(), each.asName ? each.text : kept);
         plan.act([&](auto & r) { return r.changeTaskName(id, "plain"); });
     }
@@ -146,8 +149,10 @@ TEST_F(TaskRules, TextsHaveLimits)
         CString const text("a" + CString(character) + "b");
         bool const refused = (code >= 1 && code <= 8) || code == 16;
         EXPECT_EQ(act("plain", [&](auto & r, auto & id) { return r.changeTaskComments(id, text); }), !refused) << code;
-        EXPECT_EQ(act("summary", [&](auto & r, auto & id) { return r.changeTaskName(id, text) && r.changeTaskName(id, "summary"); }),
-                  !refused && code != 10) << code;
+        EXPECT_EQ(act("summary", [&](auto & r, auto & id)
+                      { return r.changeTaskName(id, text) && r.changeTaskName(id, "summary"); }),
+                  !refused && code != 10)
+            << code;
     }
 }
 
@@ -190,7 +195,8 @@ TEST_F(TaskRules, TheCriticalPathIsDueAfterSomeRulesOnly)
             CTaskID const id = one.id(blank ? "blank" : "plain");
             Watcher watcher([&] { return one.project.getCriticalPathChanged() ? "due" : "not due"; });
             EXPECT_TRUE(one.act([&](auto & rules) { return each.rule(rules, id); })) << each.name;
-            EXPECT_EQ(watcher.seen.back(), (blank ? each.dueForBlank : each.dueForPlain) ? "due" : "not due") << each.name << blank;
+            EXPECT_EQ(watcher.seen.back(), (blank ? each.dueForBlank : each.dueForPlain) ? "due" : "not due")
+                << each.name << blank;
         }
     }
     CProjectConfig::setShowCriticalPath(0);
@@ -208,19 +214,32 @@ TEST_F(TaskRules, TimesMoveAgainstEachOther)
         char const * after;
     } const cases[] = {
         // "plain" is Tuesday 01-06 09:00 to Wednesday 01-07 17:00.
-        {"longer", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, 4_d, true); }, "01-06 09:00 > 01-09 17:00 4d"},
-        {"longer backward", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, 4_d, false); }, "01-02 09:00 > 01-07 17:00 4d"},
-        {"shorter backward", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, 30_m, false); }, "01-07 16:30 > 01-07 17:00 30m"},
-        {"least", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, 0_m, true); }, "01-06 09:00 > 01-06 09:01 1m"},
-        {"not valid", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, CProjectDuration(), true); }, "01-06 09:00 > 01-06 09:01 1m"},
-        {"start", "plain", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-09 16:00"_t); }, "01-09 16:00 > 01-13 16:00 2d"},
-        {"same start", "plain", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-06 09:00"_t); }, "01-06 09:00 > 01-07 17:00 2d"},
-        {"finish", "plain", [](auto & r, auto & id) { return r.changeTaskFinish(id, "01-12 11:00"_t); }, "01-08 11:00 > 01-12 11:00 2d"},
-        {"blank start", "blank", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-14 10:00"_t); }, "01-14 10:00 > 01-15 10:00 1d"},
-        {"blank finish", "blank", [](auto & r, auto & id) { return r.changeTaskFinish(id, "01-14 10:00"_t); }, "01-13 10:00 > 01-14 10:00 1d"},
-        {"blank duration", "blank", [](auto & r, auto & id) { return r.changeTaskDuration(id, 2_d, false); }, "01-06 09:00 > 01-07 17:00 2d"},
-        {"blank, refused", "blank", [](auto & r, auto & id) { return !r.changeTaskStart(id, "01-10 10:00"_t); }, "01-07 09:00 > 01-07 17:00 1d"},
-        {"key date", "key date", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-14 10:00"_t); }, "01-14 10:00 > 01-14 10:00 0, key date"},
+        {"longer", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, 4_d, true); },
+         "01-06 09:00 > 01-09 17:00 4d"},
+        {"longer backward", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, 4_d, false); },
+         "01-02 09:00 > 01-07 17:00 4d"},
+        {"shorter backward", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, 30_m, false); },
+         "01-07 16:30 > 01-07 17:00 30m"},
+        {"least", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, 0_m, true); },
+         "01-06 09:00 > 01-06 09:01 1m"},
+        {"not valid", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, CProjectDuration(), true); },
+         "01-06 09:00 > 01-06 09:01 1m"},
+        {"start", "plain", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-09 16:00"_t); },
+         "01-09 16:00 > 01-13 16:00 2d"},
+        {"same start", "plain", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-06 09:00"_t); },
+         "01-06 09:00 > 01-07 17:00 2d"},
+        {"finish", "plain", [](auto & r, auto & id) { return r.changeTaskFinish(id, "01-12 11:00"_t); },
+         "01-08 11:00 > 01-12 11:00 2d"},
+        {"blank start", "blank", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-14 10:00"_t); },
+         "01-14 10:00 > 01-15 10:00 1d"},
+        {"blank finish", "blank", [](auto & r, auto & id) { return r.changeTaskFinish(id, "01-14 10:00"_t); },
+         "01-13 10:00 > 01-14 10:00 1d"},
+        {"blank duration", "blank", [](auto & r, auto & id) { return r.changeTaskDuration(id, 2_d, false); },
+         "01-06 09:00 > 01-07 17:00 2d"},
+        {"blank, refused", "blank", [](auto & r, auto & id) { return !r.changeTaskStart(id, "01-10 10:00"_t); },
+         "01-07 09:00 > 01-07 17:00 1d"},
+        {"key date", "key date", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-14 10:00"_t); },
+         "01-14 10:00 > 01-14 10:00 0, key date"},
     };
     for (auto const & each : cases)
     {
@@ -228,7 +247,8 @@ TEST_F(TaskRules, TimesMoveAgainstEachOther)
         CTaskID const id = fresh.id(each.task);
         EXPECT_TRUE(fresh.act([&](auto & rules) { return each.rule(rules, id); })) << each.name;
         std::string const all = digest(fresh.project);
-        EXPECT_NE(all.find(std::string(each.task) + ": " + each.after + "\n"), std::string::npos) << each.name << '\n' << all;
+        EXPECT_NE(all.find(std::string(each.task) + ": " + each.after + "\n"), std::string::npos) << each.name << '\n'
+                                                                                                  << all;
     }
 }
 
@@ -236,9 +256,12 @@ TEST_F(TaskRules, TimesMoveAgainstEachOther)
 
 TEST_F(TaskRules, AStartOrFinishPreparesTheStatusThatFollows)
 {
-    EXPECT_TRUE(act("plain", [](auto & r, auto & id) {
-        return !r.changeTaskStatus(id, status(6)) && r.startTask(id, "01-07 11:00"_t) && r.changeTaskStatus(id, status(6));
-    }));
+    EXPECT_TRUE(act("plain",
+                    [](auto & r, auto & id)
+                    {
+                        return !r.changeTaskStatus(id, status(6)) && r.startTask(id, "01-07 11:00"_t) &&
+                               r.changeTaskStatus(id, status(6));
+                    }));
     EXPECT_EQ(plan["plain"].getPredictedFinishTime(), "01-09 11:00"_t);
     EXPECT_EQ(line("plain"), "01-07 11:00 > 01-09 11:00 2d, Started");
     EXPECT_FALSE(act("plain", [](auto & r, auto & id) { return r.startTask(id, "01-07 12:00"_t); }));
@@ -246,8 +269,8 @@ TEST_F(TaskRules, AStartOrFinishPreparesTheStatusThatFollows)
     // Back to planning: the actual times are gone.
     EXPECT_TRUE(act("plain", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(4)); }));
     EXPECT_EQ(line("plain"), "01-06 09:00 > 01-07 17:00 2d, Go");
-    for (CProjectTime const & time :
-         {plan["plain"].getActualStartTime(), plan["plain"].getPredictedFinishTime(), plan["plain"].getActualFinishTime()})
+    for (CProjectTime const & time : {plan["plain"].getActualStartTime(), plan["plain"].getPredictedFinishTime(),
+                                      plan["plain"].getActualFinishTime()})
         EXPECT_FALSE(time.isValid());
 
     // What is finished can be started again, and forgets its finish.
@@ -281,8 +304,10 @@ TEST_F(TaskRules, AFinishLiesBehindTheStart)
         CTaskID const id = fresh.id(each.task);
         EXPECT_TRUE(fresh.act([&](auto & rules) { return rules.finishTask(id, each.time); }));
         CTask const & task = fresh[each.task];
-        EXPECT_EQ(text(task.getActualStartTime()) + " > " + text(task.getPredictedFinishTime()) + " > " + text(task.getActualFinishTime()),
-                  each.times) << each.task << ' ' << text(each.time);
+        EXPECT_EQ(text(task.getActualStartTime()) + " > " + text(task.getPredictedFinishTime()) + " > " +
+                      text(task.getActualFinishTime()),
+                  each.times)
+            << each.task << ' ' << text(each.time);
         bool const canBeFinished = !task.isKeyDate();
         EXPECT_EQ(fresh.act([&](auto & rules) { return rules.changeTaskStatus(id, status(7)); }), canBeFinished);
     }
@@ -310,21 +335,25 @@ TEST_F(TaskRules, NoLongerABufferDropsWhatWasFlaggedBefore)
 {
     act("plain", [](auto & r, auto & id) { return r.changeTaskRiskBuffer(id, true); });
     CTask const & task = plan["plain"];
-    plan.act([&](auto & rules) {
-        rules.changeTaskName(task.getID(), "plainer");
-        EXPECT_TRUE(task.getName().getChanged());
-        EXPECT_TRUE(rules.changeTaskRiskBuffer(task.getID(), false));
-        EXPECT_FALSE(task.getName().getChanged());
-        EXPECT_TRUE(task.getRiskBuffer().getChanged());
-    });
+    plan.act(
+        [&](auto & rules)
+        {
+            rules.changeTaskName(task.getID(), "plainer");
+            EXPECT_TRUE(task.getName().getChanged());
+            EXPECT_TRUE(rules.changeTaskRiskBuffer(task.getID(), false));
+            EXPECT_FALSE(task.getName().getChanged());
+            EXPECT_TRUE(task.getRiskBuffer().getChanged());
+        });
 }
 
 TEST_F(TaskRules, CategoriesLiveAsLongAsATaskIsInThem)
 {
-    auto const into = [&](char const * task, char const * name) {
+    auto const into = [&](char const * task, char const * name)
+    {
         EXPECT_TRUE(act(task, [&](auto & r, auto & id) { return r.changeTaskCategory(id, name); }));
         std::string all;
-        for (CTaskCategory const & category : plan.project.getTaskCategories()) all += std::string(category.getName().view()) + ' ';
+        for (CTaskCategory const & category : plan.project.getTaskCategories())
+            all += std::string(category.getName().view()) + ' ';
         return all;
     };
     EXPECT_EQ(into("plain", "earth"), "earth ");

@@ -3,31 +3,20 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <map>
 #include <string>
 #include <vector>
 
-#include <nlohmann/json.hpp>
-
 #include "tests/support/moments.h"
+#include "tests/support/real_cases.h"
 
 // Schedules that others made, with the dates that their programs stored: the calendar must find the same.
-// The records lie beside the source tree, or where ORVANE_ORACLES says; without them there is no test.
 namespace
 {
 
 using namespace orvane::test;
 using Json = nlohmann::json;
-
-std::filesystem::path folder()
-{
-    char const * const given = std::getenv("ORVANE_ORACLES");
-    return given ? given : std::filesystem::path(ORVANE_SOURCE_DIR) / "../shared/oracles";
-}
 
 // Not at midnight and not beyond eight blocks: no day type holds those.
 bool canBeHeld(Json const & blocks)
@@ -141,26 +130,23 @@ class RealCalendars : public testing::TestWithParam<char const *>
 
 TEST_P(RealCalendars, DatesAreThoseThatWereStored)
 {
-    std::ifstream lines(folder() / GetParam() / "shown.jsonl");
-    if (!lines) GTEST_SKIP() << "no records in " << folder();
     std::map<std::string, CCalendar> calendars;
     std::map<std::string, Tally> tallies;
     std::map<std::string, void (*)(CCalendar const &, Json const &, Tally &)> const judges = {
         {"case", judgeCase}, {"span", judgeSpan}, {"link", judgeLink}};
-    for (std::string line; std::getline(lines, line);)
-    {
-        Json const record = Json::parse(line);
+    bool const isThere = forRealCases(GetParam(), [&](Json const & record) {
         std::string const kind = record["kind"];
         if (kind == "calendar")
         {
             CCalendar calendar;
             if (read(record, calendar)) calendars.emplace(record["id"], calendar);
-            continue;
+            return;
         }
         auto const calendar = calendars.find(record["calendar"]);
         if (calendar == calendars.end()) ++tallies[kind].passedOver;
         else judges.at(kind)(calendar->second, record, tallies[kind]);
-    }
+    });
+    if (!isThere) GTEST_SKIP() << "no records in " << realCasesFolder();
     for (auto const & [kind, tally] : tallies)
     {
         std::cout << GetParam() << ' ' << kind << ": " << tally.agreed << " agree, " << tally.others.size()

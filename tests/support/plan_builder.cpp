@@ -46,7 +46,8 @@ std::string nameOf(CTaskID const & id, CProject const * project)
 std::string linkText(CLink const & link, CProject const * project)
 {
     static char const * const types[] = {"", "FS", "SF", "SS", "FF"};
-    std::string result = ", after " + nameOf(link.getUpstreamTaskID(), project) + ' ' + types[link.getType().getEquivalentValue()];
+    std::string result =
+        ", after " + nameOf(link.getUpstreamTaskID(), project) + ' ' + types[link.getType().getEquivalentValue()];
     long const lag = link.getDelay().GetTotalMinutes();
     if (lag) result += (lag > 0 ? "+" : "") + inUnits(lag, 24 * 60);
     if (link.getStatus() == CLinkStatus::Proposed) result += " proposed";
@@ -140,7 +141,8 @@ CTask TaskSpec::make() const
     task.setDuration(duration);
     task.setConstraintType(constraint);
     task.setActualStartTime(actualStart);
-    if (actualStart.isValid()) task.setPredictedFinishTime(task.getCalendar().addDurationToTime(actualStart, duration, true));
+    if (actualStart.isValid())
+        task.setPredictedFinishTime(task.getCalendar().addDurationToTime(actualStart, duration, true));
     task.setActualFinishTime(actualFinish);
     task.setStatus(status);
     return task;

@@ -15,9 +15,18 @@ namespace orvane
 // ---- lengths and moments ----------------------------------------------------------------------------
 
 // Working days of eight hours, hours and minutes.
-inline CProjectDuration operator""_d(unsigned long long days) { return CProjectDuration(static_cast<long>(days) * 8 * 3600); }
-inline CProjectDuration operator""_h(unsigned long long hours) { return CProjectDuration(static_cast<long>(hours) * 3600); }
-inline CProjectDuration operator""_m(unsigned long long minutes) { return CProjectDuration(static_cast<long>(minutes) * 60); }
+inline CProjectDuration operator""_d(unsigned long long days)
+{
+    return CProjectDuration(static_cast<long>(days) * 8 * 3600);
+}
+inline CProjectDuration operator""_h(unsigned long long hours)
+{
+    return CProjectDuration(static_cast<long>(hours) * 3600);
+}
+inline CProjectDuration operator""_m(unsigned long long minutes)
+{
+    return CProjectDuration(static_cast<long>(minutes) * 60);
+}
 // "01-05 09:00"_t is a moment of 2004, whose first Monday is 01-05; "2005-01-03 09:00"_t names the year; "?"_t
 // is not valid.
 CProjectTime operator""_t(char const * text, std::size_t length);

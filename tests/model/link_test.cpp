@@ -1,0 +1,174 @@
+#include "model/link.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/plan_builder.h"
+
+using namespace orvane;
+
+namespace
+{
+
+CLinkType const fs = CLinkType::FinishToStart;
+CLinkType const sf = CLinkType::StartToFinish;
+CLinkType const ss = CLinkType::StartToStart;
+CLinkType const ff = CLinkType::FinishToFinish;
+
+TEST(Link, IsBornAcceptedAndWithoutDelay)
+{
+    CTaskID const upstream;
+    CLink const link(upstream, ss), other(upstream, ss), empty;
+    EXPECT_EQ(link.getUpstreamTaskID(), upstream);
+    EXPECT_TRUE(link.getType() == ss && link.getStatus() == CLinkStatus::Accepted && link.getDelay() == 0_h);
+    EXPECT_FALSE(link.getID() == other.getID());
+    EXPECT_TRUE(empty.getUpstreamTaskID().isNULL());
+    EXPECT_FALSE(empty.getType().isValid());
+    EXPECT_EQ(empty.getType().getEquivalentValue(), 1);
+}
+
+TEST(Link, EveryFieldCountsInFlagsAndEquality)
+{
+    void (*const changes[])(CLink &) = {
+        [](CLink & link) { link.setID(CLinkID()); }, [](CLink & link) { link.setUpstreamTaskID(CTaskID()); },
+        [](CLink & link) { link.setType(ff); }, [](CLink & link) { link.setStatus(CLinkStatus::Proposed); },
+        [](CLink & link) { link.setDelay(2_h); },
+    };
+    for (auto const change : changes)
+    {
+        CLink const link(CTaskID(), fs);
+        CLink copy(link);
+        EXPECT_TRUE(copy == link);
+        EXPECT_FALSE(copy.setChanged());
+        change(copy);
+        EXPECT_FALSE(copy == link);
+        EXPECT_TRUE(copy.setChanged() && copy.getChanged());
+        copy.resetChanged();
+        EXPECT_FALSE(copy.setChanged());
+    }
+    // Where a walk last found the upstream task is no part of it.
+    CLink const link(CTaskID(), fs);
+    CLink copy(link);
+    copy.setUpstreamDistance(7);
+    EXPECT_TRUE(copy == link);
+    EXPECT_FALSE(copy.setChanged());
+}
+
+TEST(Link, CountsInstances)
+{
+    CLink::resetCreatedAndDeletedCount();
+    {
+        CLinkArray links;
+        links.Add(CLink());
+        CLinkArray const copy(links);
+    }
+    EXPECT_EQ(CLink::getCreated(), 3);
+    EXPECT_EQ(CLink::getDeleted(), 3);
+}
+
+TEST(Link, AnArrayChangesTheElementOfTheSameIdentifier)
+{
+    CLinkArray links;
+    CLink link(CTaskID(), fs);
+    links.Add(CLink());
+    links.Add(link);
+    link.setDelay(5_h);
+    EXPECT_TRUE(links.changeElement(link));
+    EXPECT_EQ(links.GetAt(1).getDelay(), 5_h);
+    EXPECT_EQ(links.findByID(link.getID()), 1);
+    EXPECT_FALSE(links.changeElement(CLink()));
+}
+
+// ---- times --------------------------------------------------------------------------------------------
+// Working days are Monday to Friday, 09:00 to 17:00; 01-05 and 01-12 are Mondays. Delays count by the clock.
+
+struct Limit
+{
+    CLinkType type;
+    long delayHours;
+    char const * time;
+};
+
+CLink linkOf(Limit const & limit)
+{
+    CLink link(CTaskID(), limit.type);
+    link.setDelay(CProjectDuration(limit.delayHours * 3600));
+    return link;
+}
+
+// Thursday and Friday; Tuesday.
+TaskSpec const upstreamTask = aTask("up").from("01-08 09:00"_t).lasting(2_d);
+TaskSpec const downstreamTask = aTask("down").from("01-13 09:00"_t).lasting(1_d);
+
+TEST(LinkTimes, TheEarliestStartOfTheDownstreamTask)
+{
+    Plan const plan({upstreamTask, downstreamTask, aTask("moment").from("01-13 09:00"_t).keyDate(), aBlank("blank")});
+    Limit const limits[] = {
+        // Behind Friday 17:00, where work goes on.
+        {fs, 0, "01-12 09:00"}, {fs, 24, "01-12 09:00"}, {fs, 68, "01-12 13:00"}, {fs, -4, "01-09 13:00"},
+        {ss, 0, "01-08 09:00"}, {ss, 10, "01-09 09:00"}, {ss, 24, "01-09 09:00"}, {ss, -24, "01-07 09:00"},
+        // An end is reached a minute after work begins at the soonest.
+        {sf, 0, "01-07 09:01"}, {sf, 6, "01-07 15:00"}, {sf, 10, "01-08 09:01"},
+        {ff, 0, "01-09 09:00"}, {ff, 24, "01-09 09:01"}, {ff, 70, "01-09 15:00"}, {ff, -2, "01-08 15:00"},
+    };
+    for (Limit const & limit : limits)
+        EXPECT_EQ(text(linkOf(limit).getEarliestStartOfDownstreamTask(plan["up"], plan["down"])), limit.time)
+            << limit.type.getEquivalentValue() << ' ' << limit.delayHours;
+    // What has no length may stand at the end of work, where nothing can start.
+    EXPECT_EQ(text(CLink(CTaskID(), ff).getEarliestStartOfDownstreamTask(plan["up"], plan["moment"])), "01-09 17:00");
+    EXPECT_EQ(text(CLink(CTaskID(), fs).getEarliestStartOfDownstreamTask(plan["up"], plan["moment"])), "01-12 09:00");
+    EXPECT_EQ(text(CLink(CTaskID(), CLinkType()).getEarliestStartOfDownstreamTask(plan["up"], plan["down"])), "01-12 09:00");
+    for (CLinkType const & type : {fs, sf, ss, ff})
+        EXPECT_EQ(text(CLink(CTaskID(), type).getEarliestStartOfDownstreamTask(plan["blank"], plan["down"])), "?");
+}
+
+TEST(LinkTimes, TheLatestStartOfTheUpstreamTask)
+{
+    Plan const plan({upstreamTask, downstreamTask, aTask("moment").from("01-08 09:00"_t).keyDate(), aBlank("blank")});
+    Limit const limits[] = {
+        {fs, 0, "01-09 09:00"}, {fs, 24, "01-08 09:00"}, {fs, 48, "01-08 09:00"}, {fs, -4, "01-09 13:00"},
+        {ss, 0, "01-13 09:00"}, {ss, 24, "01-12 09:00"}, {ss, 48, "01-09 16:59"},
+        {sf, 0, "01-13 16:59"}, {sf, 4, "01-13 13:00"}, {sf, 9, "01-12 16:59"},
+        {ff, 0, "01-12 09:00"}, {ff, 24, "01-09 09:00"}, {ff, 72, "01-08 09:00"},
+    };
+    for (Limit const & limit : limits)
+        EXPECT_EQ(text(linkOf(limit).getLatestStartOfUpstreamTask(plan["up"], plan["down"])), limit.time)
+            << limit.type.getEquivalentValue() << ' ' << limit.delayHours;
+    Limit const ofMoment[] = {
+        {fs, 0, "01-13 09:00"}, {fs, 1, "01-12 16:59"}, {ss, 0, "01-13 09:00"}, {sf, 0, "01-13 16:59"}, {ff, 0, "01-13 16:59"}, {ff, 48, "01-09 16:59"},
+    };
+    for (Limit const & limit : ofMoment)
+        EXPECT_EQ(text(linkOf(limit).getLatestStartOfUpstreamTask(plan["moment"], plan["down"])), limit.time)
+            << limit.type.getEquivalentValue() << ' ' << limit.delayHours;
+    for (CLinkType const & type : {fs, sf, ss, ff})
+        EXPECT_EQ(text(CLink(CTaskID(), type).getLatestStartOfUpstreamTask(plan["up"], plan["blank"])), "?");
+}
+
+TEST(LinkTimes, AllLinksOfATaskLimitIt)
+{
+    Plan plan({upstreamTask, aTask("late").from("01-14 09:00"_t).lasting(3_d), TaskSpec(downstreamTask).after("up").after("late", ss, 2_h),
+               aTask("s").with({aTask("next").from("01-13 15:00"_t).after("up", fs, 4_h), aTask("free")}), aTask("blind").after("up").after("gone").after("late"),
+               aBlank("blank"), aTask("gone")});
+    CProject const & project = plan.project;
+    auto const earliest = [&](char const * name) { return text(project.getEarliestStartFromUpstreamLinks(plan.id(name))); };
+    auto const latest = [&](char const * name) { return text(project.getLatestStartFromDownstreamLinks(plan.id(name))); };
+    EXPECT_EQ(earliest("down"), "01-14 11:00");
+    EXPECT_EQ(earliest("free"), "?");
+    EXPECT_EQ(latest("free"), "?");
+    EXPECT_EQ(latest("late"), "2003-12-31 09:00");
+    plan.tasks().RemoveAt(6);
+    // Behind a link that dangles no more is read.
+    EXPECT_EQ(earliest("blind"), "01-12 09:00");
+    plan.writable("blind").setUpstreamLinks(CLinkArray());
+    EXPECT_EQ(latest("late"), "01-12 16:59");
+    EXPECT_EQ(latest("up"), "01-09 09:00");
+    // A blank task sets no limit, nor does a subtree without links.
+    plan.writable("blank").setUpstreamLinks(plan["down"].getUpstreamLinks());
+    EXPECT_EQ(latest("up"), "01-09 09:00");
+    for (CTaskID const & id : {CTaskID(), CTaskID::getNULL()})
+    {
+        EXPECT_FALSE(project.getEarliestStartFromUpstreamLinks(id).isValid());
+        EXPECT_FALSE(project.getLatestStartFromDownstreamLinks(id).isValid());
+    }
+}
+
+}  // namespace

@@ -1,0 +1,160 @@
+#include <gtest/gtest.h>
+
+#include "tests/support/plain_links.h"
+#include "tests/support/task_history.h"
+
+using namespace orvane;
+using namespace orvane::test;
+
+namespace
+{
+
+std::string circularTasks(Plan const & plan)
+{
+    std::string names;
+    for (CTask const * task : everyTask(plan.project))
+        if (task->isInCircularChain()) names += task->getName();
+    return names;
+}
+
+TEST(TaskLinks, ATaskDependsOnWhatItsFamilyDependsOn)
+{
+    struct
+    {
+        std::vector<TaskSpec> tasks;
+        char const * circular;
+    } const cases[] = {
+        {{aTask("a"), aTask("b").after("a"), aTask("c").after("a").after("b")}, ""},
+        {{aTask("a").after("a"), aTask("b")}, "a"},
+        {{aTask("a").after("b"), aTask("b").after("a"), aTask("c").after("b"), aTask("d")}, "abc"},
+        {{aTask("p").after("c").with({aTask("c"), aTask("d")})}, "pcd"},
+        {{aTask("p").with({aTask("c").after("p"), aTask("d")})}, "pc"},
+        {{aTask("p").with({aTask("c"), aTask("d").after("c")}), aTask("e").after("p")}, ""},
+        // Through the summary and back through a child.
+        {{aTask("p").after("x").with({aTask("c"), aTask("d")}), aTask("x").after("c")}, "pcdx"},
+        // Brothers are no family.
+        {{aTask("p").with({aTask("c").after("x"), aTask("d")}), aTask("x").after("d")}, ""},
+    };
+    for (auto const & each : cases) EXPECT_EQ(circularTasks(Plan(each.tasks)), each.circular);
+    EXPECT_FALSE(CTask().isInCircularChain());
+}
+
+// A missing upstream task ends the search of the family that names it, and of no other.
+TEST(TaskLinks, ADanglingLinkHidesTheCircleBehindIt)
+{
+    Plan plan({aTask("a").after("b"), aTask("b").after("gone").after("a"), aTask("c").after("b").after("a"), aTask("gone")});
+    EXPECT_EQ(circularTasks(plan), "abc");
+    EXPECT_TRUE(plan["a"].isUpstream(plan.id("gone")));
+    plan.tasks().RemoveAt(3);
+    plan.derive();
+    EXPECT_EQ(circularTasks(plan), "");
+    EXPECT_TRUE(plan["c"].isUpstream(plan.id("a")));
+    EXPECT_FALSE(plan["b"].isUpstream(plan.id("a")));
+    EXPECT_FALSE(CTask(plan["a"]).isUpstream(CTaskID()));
+    EXPECT_FALSE(CTask().isUpstream(plan.id("a")));
+}
+
+TEST(TaskLinks, SearchesAgreeWithEveryRoadOfSmallPlans)
+{
+    for (unsigned seed = 0; seed < 20000 && !HasFailure(); ++seed)
+    {
+        SCOPED_TRACE(seed);
+        std::mt19937 random(seed);
+        bool const withCircles = seed % 2 != 0;
+        Plan plan(randomTasks(random, 1 + static_cast<int>(seed % 8)));
+        linkAtRandom(plan, random, withCircles);
+        std::vector<CTask const *> const all = everyTask(plan.project);
+        for (CTask const * task : all)
+        {
+            EXPECT_EQ(task->isInCircularChain(), plainIsInCircularChain(plan.project, *task)) << task->getName().view();
+            for (CTask const * other : all)
+                EXPECT_EQ(task->isUpstream(other->getID()),
+                          plainIsUpstream(plan.project, *task, other->getID(), withCircles ? Memory::ofTasks : Memory::none))
+                    << task->getName().view() << other->getName().view();
+        }
+    }
+}
+
+// ---- what hangs off a task --------------------------------------------------------------------------
+
+std::string names(CLinkArray const & links)
+{
+    std::string result;
+    for (CLink const & link : links) result += ' ' + std::string(link.getID().toString().view());
+    return result;
+}
+
+void expectAsWalked(CProject const & project, CTaskID const & id)
+{
+    CLinkArray links, plain;
+    links.Add(CLink());
+    project.getDownstreamLinks(id, links);
+    for (CLink const * link : plainDownstreamLinks(project, id)) plain.Add(*link);
+    EXPECT_EQ(names(links), names(plain));
+    EXPECT_EQ(project.hasAnyDownstreamLinks(id), !plain.IsEmpty());
+}
+
+void expectAsWalked(CProject const & project, TaskHistory const & history)
+{
+    for (CTask const * task : everyTask(project))
+    {
+        expectAsWalked(project, task->getID());
+        for (CLink const & link : task->getUpstreamLinks())
+        {
+            EXPECT_EQ(project.getTask(link.getID()), plainHolder(project, link.getID()));
+            expectAsWalked(project, link.getUpstreamTaskID());
+        }
+    }
+    for (CTaskID const & id : history.metIDs()) expectAsWalked(project, id);
+    expectAsWalked(project, CTaskID::getNULL());
+    EXPECT_EQ(project.getTask(CLinkID()), nullptr);
+    EXPECT_EQ(project.getTask(CLinkID::getNULL()), nullptr);
+}
+
+TEST(TaskLinks, WhatHangsOffATaskIsKnownThroughHistoriesOfEdits)
+{
+    for (unsigned seed = 0; seed < 100 && !HasFailure(); ++seed)
+    {
+        Plan plan;
+        TaskHistory history(seed, plan.tasks(), &plan.project);
+        std::mt19937 random(seed);
+        std::string edits;
+        for (int each = 0; each < 120 && !HasFailure(); ++each)
+        {
+            edits += history.step() + '\n';
+            std::vector<CTask const *> const all = everyTask(plan.project);
+            if (!all.empty() && history.below(2))
+                const_cast<CTask *>(all[random() % all.size()])->setUpstreamLinks(randomLinks(random, all));
+            // Drops the links that dangle.
+            if (history.below(20) == 0) plan.project.postSerialize();
+            SCOPED_TRACE("seed " + std::to_string(seed) + "\n" + edits);
+            if (each % 3 == 0) expectAsWalked(plan.project, history);
+        }
+    }
+}
+
+TEST(TaskLinks, DownstreamLinksStandInTheOrderOfTheTree)
+{
+    Plan plan({aTask("a"), aTask("s").after("a").with({aTask("t").after("a"), aTask("u").with({aTask("v").after("a")}), aTask("w").after("a")}), aTask("x").after("a")});
+    auto const order = [&]
+    {
+        CLinkArray links;
+        plan.project.getDownstreamLinks(plan.id("a"), links);
+        std::string result;
+        for (CLink const & link : links) result += plan.project.getTask(link.getID())->getName();
+        return result;
+    };
+    EXPECT_EQ(order(), "stvwx");
+    // The links themselves are untouched: only their tasks move.
+    plan.tasks().rePositionElements(0, 2);
+    EXPECT_EQ(order(), "xstvw");
+    plan.writable("s").getWritableSubTasks()->rePositionElements(2, 0);
+    EXPECT_EQ(order(), "xsvwt");
+    // The identifier may lie in the array that is emptied.
+    CLinkArray links;
+    plan.project.getDownstreamLinks(plan.id("a"), links);
+    plan.project.getDownstreamLinks(links.GetAt(0).getUpstreamTaskID(), links);
+    EXPECT_EQ(links.GetSize(), 5);
+}
+
+}  // namespace
