@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "model/project.h"
+
 namespace orvane
 {
 

@@ -4,7 +4,9 @@
 #include <unordered_set>
 #include <vector>
 
-#include "model/project.h"
+#include "model/task_array.h"
+
+class CProject;
 
 namespace orvane
 {
