@@ -11,24 +11,15 @@
 #include <vector>
 
 #include "bench/bench_project.h"
-#include "config/project_config.h"
 #include "rules/local_rules_checker.h"
 
 namespace
 {
 
 using orvane::benchProject;
+using orvane::WithCriticalPath;
 
 CRulesCheckerContext const client(CRulesCheckerContext::OriginatingClient);
-
-class WithCriticalPath
-{
-public:
-    WithCriticalPath() { CProjectConfig::setShowCriticalPath(1); }
-    ~WithCriticalPath() { CProjectConfig::setShowCriticalPath(0); }
-    WithCriticalPath(WithCriticalPath const &) = delete;
-    WithCriticalPath & operator=(WithCriticalPath const &) = delete;
-};
 
 void stateRatio(benchmark::State & state)
 {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "config/project_config.h"
 #include "model/project.h"
 
 namespace orvane
@@ -16,5 +17,15 @@ CProject & benchProject(std::int32_t leaves);
 // same plan; both in milliseconds, both the median of several runs.
 double emptyActionMilliseconds(CProject & project);
 double yardstickMillisecondsFor(std::int32_t leaves);
+
+// While it lives, actions compute the critical path.
+class WithCriticalPath
+{
+public:
+    WithCriticalPath() { CProjectConfig::setShowCriticalPath(1); }
+    ~WithCriticalPath() { CProjectConfig::setShowCriticalPath(0); }
+    WithCriticalPath(WithCriticalPath const &) = delete;
+    WithCriticalPath & operator=(WithCriticalPath const &) = delete;
+};
 
 }  // namespace orvane

@@ -9,13 +9,13 @@
 #include <vector>
 
 #include "bench/bench_project.h"
-#include "config/project_config.h"
 #include "rules/local_rules_checker.h"
 
 namespace
 {
 
 using orvane::benchProject;
+using orvane::WithCriticalPath;
 
 CRulesCheckerContext const client(CRulesCheckerContext::OriginatingClient);
 
@@ -48,15 +48,6 @@ std::vector<CTask const *> leavesOf(CProject const & project)
     addLeaves(project.getAllTasks(), leaves);
     return leaves;
 }
-
-class WithCriticalPath
-{
-public:
-    WithCriticalPath() { CProjectConfig::setShowCriticalPath(1); }
-    ~WithCriticalPath() { CProjectConfig::setShowCriticalPath(0); }
-    WithCriticalPath(WithCriticalPath const &) = delete;
-    WithCriticalPath & operator=(WithCriticalPath const &) = delete;
-};
 
 void criticalPath(benchmark::State & state)
 {

@@ -255,10 +255,16 @@ private:
     CProjectTime getEndOfStoredRiskInPass() const;
     CProjectDuration getMinimumDuration() const;
     void movePlannedStart(CProjectTime const & time);
-    template <class Current, class Move>
-    void rescheduleChildren(CProjectTime const & time, bool asEnd, Current const & current, Move const & move);
-    void addAncestorsToArray(CTaskIDArray & ancestors) const;
-    void addDescendantsToArray(CTaskIDArray & descendants) const;
+    // One way of moving a task: which of its times is given, what lies between its start and that time, and
+    // whether that time is an end.
+    struct Rescheduling
+    {
+        CProjectTime (CTask::*current)() const;
+        CProjectDuration (CTask::*length)() const;
+        bool asEnd;
+    };
+    void reschedule(CProjectTime const & time, Rescheduling const & way);
+    void rescheduleChildren(CProjectTime const & time, Rescheduling const & way);
 
     // Where the task stands; null for a free task. The position is where it stood when last looked up.
     CTaskArray * container = nullptr;

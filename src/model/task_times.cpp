@@ -228,12 +228,10 @@ CProjectDuration CTask::getMaximumAvailableRiskDuration() const
 // ---- rescheduling ---------------------------------------------------------------------------------
 
 // Each child that can move does, by the working time between the summary's present time and its new one:
-// measured on the summary's calendar, applied on the child's. `current` reads the time that is moved,
-// `move` moves one child.
-template <class Current, class Move>
-void CTask::rescheduleChildren(CProjectTime const & time, bool asEnd, Current const & current, Move const & move)
+// measured on the summary's calendar, applied on the child's.
+void CTask::rescheduleChildren(CProjectTime const & time, Rescheduling const & way)
 {
-    CProjectTime const old = current(*this);
+    CProjectTime const old = (this->*way.current)();
     bool const later = time > old;
     CProjectDuration const delta = getCalendar().subtractTimeFromTime(old, time);
     for (int each = 0; each < subTasks->GetSize(); ++each)
@@ -241,9 +239,10 @@ void CTask::rescheduleChildren(CProjectTime const & time, bool asEnd, Current co
         CTask & child = subTasks->elementForPass(each);
         if (!child.isValid() || !child.canReschedule()) continue;
         CCalendar const & calendar = child.getCalendar();
-        CProjectTime const present = current(child);
-        move(child, later ? calendar.addDurationToTime(present, delta, asEnd)
-                          : calendar.subtractDurationFromTime(present, delta, asEnd));
+        CProjectTime const present = (child.*way.current)();
+        child.reschedule(later ? calendar.addDurationToTime(present, delta, way.asEnd)
+                               : calendar.subtractDurationFromTime(present, delta, way.asEnd),
+                         way);
     }
 }
 
@@ -253,40 +252,28 @@ void CTask::movePlannedStart(CProjectTime const & time)
     if (time.isValid()) write(fields.plannedStartTime, time);
 }
 
+void CTask::reschedule(CProjectTime const & time, Rescheduling const & way)
+{
+    CCalendar const & calendar = getCalendar();
+    if (!canReschedule() || !(way.asEnd ? calendar.isValidEndTime(time) : calendar.isValidStartTime(time))) return;
+    if (isSummaryTask()) rescheduleChildren(time, way);
+    else movePlannedStart(way.asEnd ? calendar.subtractDurationFromTime(time, (this->*way.length)(), false) : time);
+    updateCachedData(*this, true);
+}
+
 void CTask::reschedulePlannedStartTime(CProjectTime const & time)
 {
-    if (!canReschedule() || !getCalendar().isValidStartTime(time)) return;
-    if (isSummaryTask())
-        rescheduleChildren(
-            time, false, [](CTask const & task) { return task.getStartTime(); },
-            [](CTask & child, CProjectTime const & moved) { child.reschedulePlannedStartTime(moved); });
-    else
-        movePlannedStart(time);
-    updateCachedData(*this, true);
+    reschedule(time, {&CTask::getStartTime, &CTask::getDuration, false});
 }
 
 void CTask::reschedulePlannedEndTime(CProjectTime const & time)
 {
-    if (!canReschedule() || !getCalendar().isValidEndTime(time)) return;
-    if (isSummaryTask())
-        rescheduleChildren(
-            time, true, [](CTask const & task) { return task.getEndTime(); },
-            [](CTask & child, CProjectTime const & moved) { child.reschedulePlannedEndTime(moved); });
-    else
-        movePlannedStart(getCalendar().subtractDurationFromTime(time, fields.duration, false));
-    updateCachedData(*this, true);
+    reschedule(time, {&CTask::getEndTime, &CTask::getDuration, true});
 }
 
 void CTask::rescheduleEndOfUnmitigatedRisk(CProjectTime const & time)
 {
-    if (!canReschedule() || !getCalendar().isValidEndTime(time)) return;
-    if (isSummaryTask())
-        rescheduleChildren(
-            time, true, [](CTask const & task) { return task.getEndOfUnmitigatedRisk(); },
-            [](CTask & child, CProjectTime const & moved) { child.rescheduleEndOfUnmitigatedRisk(moved); });
-    else
-        movePlannedStart(getCalendar().subtractDurationFromTime(time, getDurationToEndOfUnmitigatedRisk(), false));
-    updateCachedData(*this, true);
+    reschedule(time, {&CTask::getEndOfUnmitigatedRisk, &CTask::getDurationToEndOfUnmitigatedRisk, true});
 }
 
 // ---- what may be done -----------------------------------------------------------------------------

@@ -132,18 +132,3 @@ bool CTask::canMoveTaskDown() const
     int const position = getPositionInSiblings();
     return position >= 0 && position < getSiblings()->GetUpperBound();
 }
-
-void CTask::addAncestorsToArray(CTaskIDArray & ancestors) const
-{
-    for (CTask const * parent = getParentCached(); parent; parent = parent->getParentCached()) ancestors.Add(parent->getID());
-}
-
-void CTask::addDescendantsToArray(CTaskIDArray & descendants) const
-{
-    if (!subTasks) return;
-    for (CTask const & child : *subTasks)
-    {
-        descendants.Add(child.getID());
-        child.addDescendantsToArray(descendants);
-    }
-}
