@@ -29,8 +29,8 @@ void stateRatio(benchmark::State & state)
     double const yardstick = orvane::yardstickMillisecondsFor(leavesOf(state));
     state.counters["yardstick_ms"] = yardstick;
     // Seconds an iteration over the yardstick's seconds.
-    state.counters["x_yardstick"] =
-        benchmark::Counter(yardstick / 1000.0, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.counters["x_yardstick"] = benchmark::Counter(
+        yardstick / 1000.0, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
 void addLeaves(CTaskArray const & tasks, std::vector<CTask const *> & leaves)
@@ -80,10 +80,12 @@ void criticalPathAfterNewLink(benchmark::State & state)
 
 void criticalPathAfterNewRow(benchmark::State & state)
 {
-    criticalPathAfter(state, [](CTaskArray & tasks) {
-        tasks.InsertAt(0, CTask());
-        tasks.RemoveAt(0);
-    });
+    criticalPathAfter(state,
+                      [](CTaskArray & tasks)
+                      {
+                          tasks.InsertAt(0, CTask());
+                          tasks.RemoveAt(0);
+                      });
 }
 
 // The test for circles alone, of the last task of a plan in which every task follows the two before it, so that
@@ -99,7 +101,8 @@ void circularChainOfAll(benchmark::State & state)
         CTask & task = tasks.addTask(&project);
         ids.push_back(task.getID());
         CLinkArray links;
-        for (std::size_t back = 1; back <= 2 && back <= each; ++back) links.Add(CLink(ids[each - back], CLinkType::FinishToStart));
+        for (std::size_t back = 1; back <= 2 && back <= each; ++back)
+            links.Add(CLink(ids[each - back], CLinkType::FinishToStart));
         task.setUpstreamLinks(links);
     }
     for (auto _ : state) benchmark::DoNotOptimize(tasks.GetAt(tasks.GetUpperBound()).isInCircularChain());
@@ -116,8 +119,8 @@ void addLinkTo(benchmark::State & state, std::size_t upstream, std::size_t downs
     for (auto _ : state)
     {
         auto const start = std::chrono::steady_clock::now();
-        bool const added =
-            CLocalRulesChecker(&project, client).addLink(leaves[upstream]->getID(), task.getID(), CLinkType::FinishToStart);
+        bool const added = CLocalRulesChecker(&project, client)
+                               .addLink(leaves[upstream]->getID(), task.getID(), CLinkType::FinishToStart);
         state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
         if (!added) state.SkipWithError("refused");
         task.setUpstreamLinks(before);
@@ -184,8 +187,18 @@ void removeLinkedTasks(benchmark::State & state)
 }
 
 BENCHMARK(criticalPath)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
-BENCHMARK(criticalPathAfterNewLink)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond)->UseManualTime();
-BENCHMARK(criticalPathAfterNewRow)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(criticalPathAfterNewLink)
+    ->Arg(1'000)
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseManualTime();
+BENCHMARK(criticalPathAfterNewRow)
+    ->Arg(1'000)
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseManualTime();
 BENCHMARK(circularChainOfAll)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(addLocalLink)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(addFarLink)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond)->UseManualTime();

@@ -66,13 +66,15 @@ CProjectTime CLink::getEarliestStartOfDownstreamTask(CTask const & upstream, CTa
     CCalendar const & calendar = downstream.getCalendar();
     CProjectTime const allowed = (leavesFinish(type) ? upstream.getEndOfStoredRisk() : upstream.getStartTime()) + delay;
     if (!arrivesAtFinish(type)) return calendar.getNextValidStartTime(allowed);
-    return calendar.subtractDurationFromTime(calendar.getNextValidEndTime(allowed), downstream.getDurationToEndOfStoredRisk(), false);
+    return calendar.subtractDurationFromTime(calendar.getNextValidEndTime(allowed),
+                                             downstream.getDurationToEndOfStoredRisk(), false);
 }
 
 CProjectTime CLink::getLatestStartOfUpstreamTask(CTask const & upstream, CTask const & downstream) const
 {
     CCalendar const & calendar = upstream.getCalendar();
-    CProjectTime const needed = (arrivesAtFinish(type) ? downstream.getEndOfStoredRisk() : downstream.getStartTime()) - delay;
+    CProjectTime const needed =
+        (arrivesAtFinish(type) ? downstream.getEndOfStoredRisk() : downstream.getStartTime()) - delay;
     CProjectDuration const length = upstream.getDurationToEndOfStoredRisk();
     // A link that leaves the start binds the start itself, whatever the length of the task.
     if (!leavesFinish(type) || length == CProjectDuration(0)) return calendar.getPrevValidStartTime(needed);

@@ -54,9 +54,9 @@ CProjectTime CProject::getLatestStartFromDownstreamLinks(CTaskID const & id) con
 CProjectTime CProject::getLatestStartFromDownstreamLinks(CTask const & task) const
 {
     CProjectTime latest;
-    forDownstreamLinks(getAllTasks(), task.getID(), [&](CTask const & downstream, CLink const & link) {
-        tighten(latest, link.getLatestStartOfUpstreamTask(task, downstream), std::less<>());
-    });
+    forDownstreamLinks(getAllTasks(), task.getID(),
+                       [&](CTask const & downstream, CLink const & link)
+                       { tighten(latest, link.getLatestStartOfUpstreamTask(task, downstream), std::less<>()); });
     return latest;
 }
 

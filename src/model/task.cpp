@@ -65,7 +65,8 @@ bool CTask::equal(CTask const & a, CTask const & b)
 class CTask::LinksChange
 {
 public:
-    explicit LinksChange(CTask const & task) : task(task), forest(task.container ? task.container->forestIndex() : nullptr)
+    explicit LinksChange(CTask const & task)
+        : task(task), forest(task.container ? task.container->forestIndex() : nullptr)
     {
         if (forest) forest->linksLeave(task);
     }

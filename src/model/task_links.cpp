@@ -77,7 +77,8 @@ public:
         while (!road.empty())
         {
             Visit & visit = road.back();
-            CTask const * const upstream = visit.link < visit.task->getUpstreamLinks().GetSize() ? followLink(visit) : nullptr;
+            CTask const * const upstream =
+                visit.link < visit.task->getUpstreamLinks().GetSize() ? followLink(visit) : nullptr;
             bool circle = false;
             if (visit.isCut) leave();
             else if (upstream) circle = upstream->getID() == start.getID() || enter(*upstream, whole);
@@ -122,7 +123,8 @@ private:
 
     CTask const * followLink(Visit & visit) const
     {
-        CTask const * const upstream = project.getTask(visit.task->getUpstreamLinks().GetAt(visit.link++).getUpstreamTaskID());
+        CTask const * const upstream =
+            project.getTask(visit.task->getUpstreamLinks().GetAt(visit.link++).getUpstreamTaskID());
         visit.isCut = !upstream;
         return upstream;
     }

@@ -118,11 +118,7 @@ private:
         while (step.link < network.endOfLinks(row))
         {
             int const upstream = network.link(step.link).upstream;
-            if (measures[at(upstream)].state != State::measured && network.row(upstream).isValid)
-            {
-                measure.taken = none;
-                return;
-            }
+            if (measures[at(upstream)].state != State::measured && network.row(upstream).isValid) return;
             weigh(step);
         }
         finish(step);
@@ -203,9 +199,7 @@ private:
 
 }  // namespace
 
-CCriticalPathCachedData::CCriticalPathCachedData() : network(std::make_unique<orvane::CLinkNetwork>())
-{
-}
+CCriticalPathCachedData::CCriticalPathCachedData() : network(std::make_unique<orvane::CLinkNetwork>()) {}
 
 CCriticalPathCachedData::~CCriticalPathCachedData() = default;
 
@@ -261,11 +255,11 @@ char const * typeText(CLinkType const & type)
 {
     switch (static_cast<int>(type.getEquivalentValue()))
     {
-    case CLinkType::FinishToStart: return "Finish To Start";
-    case CLinkType::StartToFinish: return "Start To Finish";
-    case CLinkType::StartToStart: return "Start To Start";
-    case CLinkType::FinishToFinish: return "Finish To Finish";
-    default: return "link";
+        case CLinkType::FinishToStart: return "Finish To Start";
+        case CLinkType::StartToFinish: return "Start To Finish";
+        case CLinkType::StartToStart: return "Start To Start";
+        case CLinkType::FinishToFinish: return "Finish To Finish";
+        default: return "link";
     }
 }
 
@@ -291,12 +285,11 @@ void CCriticalPathCachedData::getCriticalPathDescription(CStringArray & lines) c
             if (!taken && isInCriticalPath(link.getID())) taken = &link;
         task = taken ? project->getTask(taken->getUpstreamTaskID()) : nullptr;
         CString line;
-        line.Format("%s-%s->", task ? static_cast<char const *>(nameLine(*task)) : "[]", taken ? typeText(taken->getType()) : "link");
+        line.Format("%s-%s->", task ? static_cast<char const *>(nameLine(*task)) : "[]",
+                    taken ? typeText(taken->getType()) : "link");
         backward.push_back(line);
     }
     for (auto line = backward.rbegin(); line != backward.rend(); ++line) lines.Add(*line);
 }
 
-void CCriticalPathCachedData::getCriticalPathDescription(CString &) const
-{
-}
+void CCriticalPathCachedData::getCriticalPathDescription(CString &) const {}

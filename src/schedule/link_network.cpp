@@ -77,8 +77,8 @@ void CLinkNetwork::addLinks(CProject const & project, int number)
 // A task is looked for as many rows above as it stood when last seen, before it is looked up.
 int CLinkNetwork::findUpstream(CProject const & project, CLink const & link, int number) const
 {
-    int const guess = number - link.upstreamDistance();
-    if (idsAreUnique && guess >= 0 && guess < size() && row(guess).task->getID() == link.getUpstreamTaskID()) return guess;
+    auto const guess = static_cast<int>(std::clamp(long{number} - link.upstreamDistance(), 0L, long{size()} - 1));
+    if (idsAreUnique && row(guess).task->getID() == link.getUpstreamTaskID()) return guess;
     CTask const * const task = project.getTask(link.getUpstreamTaskID());
     if (!task) return size();
     int const found = rowOf(*task);
@@ -106,7 +106,8 @@ void CLinkNetwork::findFeeders()
             number = row(number).end;
             continue;
         }
-        for (int place = row(number).firstLink; place < endOfLinks(number); ++place) rows[at(link(place).upstream)].feeds = true;
+        for (int place = row(number).firstLink; place < endOfLinks(number); ++place)
+            rows[at(link(place).upstream)].feeds = true;
         ++number;
     }
 }

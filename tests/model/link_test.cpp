@@ -30,7 +30,7 @@ TEST(Link, EveryFieldCountsInFlagsAndEquality)
 {
     void (*const changes[])(CLink &) = {
         [](CLink & link) { link.setID(CLinkID()); }, [](CLink & link) { link.setUpstreamTaskID(CTaskID()); },
-        [](CLink & link) { link.setType(ff); }, [](CLink & link) { link.setStatus(CLinkStatus::Proposed); },
+        [](CLink & link) { link.setType(ff); },      [](CLink & link) { link.setStatus(CLinkStatus::Proposed); },
         [](CLink & link) { link.setDelay(2_h); },
     };
     for (auto const change : changes)
@@ -104,11 +104,22 @@ TEST(LinkTimes, TheEarliestStartOfTheDownstreamTask)
     Plan const plan({upstreamTask, downstreamTask, aTask("moment").from("01-13 09:00"_t).keyDate(), aBlank("blank")});
     Limit const limits[] = {
         // Behind Friday 17:00, where work goes on.
-        {fs, 0, "01-12 09:00"}, {fs, 24, "01-12 09:00"}, {fs, 68, "01-12 13:00"}, {fs, -4, "01-09 13:00"},
-        {ss, 0, "01-08 09:00"}, {ss, 10, "01-09 09:00"}, {ss, 24, "01-09 09:00"}, {ss, -24, "01-07 09:00"},
+        {fs, 0, "01-12 09:00"},
+        {fs, 24, "01-12 09:00"},
+        {fs, 68, "01-12 13:00"},
+        {fs, -4, "01-09 13:00"},
+        {ss, 0, "01-08 09:00"},
+        {ss, 10, "01-09 09:00"},
+        {ss, 24, "01-09 09:00"},
+        {ss, -24, "01-07 09:00"},
         // An end is reached a minute after work begins at the soonest.
-        {sf, 0, "01-07 09:01"}, {sf, 6, "01-07 15:00"}, {sf, 10, "01-08 09:01"},
-        {ff, 0, "01-09 09:00"}, {ff, 24, "01-09 09:01"}, {ff, 70, "01-09 15:00"}, {ff, -2, "01-08 15:00"},
+        {sf, 0, "01-07 09:01"},
+        {sf, 6, "01-07 15:00"},
+        {sf, 10, "01-08 09:01"},
+        {ff, 0, "01-09 09:00"},
+        {ff, 24, "01-09 09:01"},
+        {ff, 70, "01-09 15:00"},
+        {ff, -2, "01-08 15:00"},
     };
     for (Limit const & limit : limits)
         EXPECT_EQ(text(linkOf(limit).getEarliestStartOfDownstreamTask(plan["up"], plan["down"])), limit.time)
@@ -116,7 +127,8 @@ TEST(LinkTimes, TheEarliestStartOfTheDownstreamTask)
     // What has no length may stand at the end of work, where nothing can start.
     EXPECT_EQ(text(CLink(CTaskID(), ff).getEarliestStartOfDownstreamTask(plan["up"], plan["moment"])), "01-09 17:00");
     EXPECT_EQ(text(CLink(CTaskID(), fs).getEarliestStartOfDownstreamTask(plan["up"], plan["moment"])), "01-12 09:00");
-    EXPECT_EQ(text(CLink(CTaskID(), CLinkType()).getEarliestStartOfDownstreamTask(plan["up"], plan["down"])), "01-12 09:00");
+    EXPECT_EQ(text(CLink(CTaskID(), CLinkType()).getEarliestStartOfDownstreamTask(plan["up"], plan["down"])),
+              "01-12 09:00");
     for (CLinkType const & type : {fs, sf, ss, ff})
         EXPECT_EQ(text(CLink(CTaskID(), type).getEarliestStartOfDownstreamTask(plan["blank"], plan["down"])), "?");
 }
@@ -125,16 +137,17 @@ TEST(LinkTimes, TheLatestStartOfTheUpstreamTask)
 {
     Plan const plan({upstreamTask, downstreamTask, aTask("moment").from("01-08 09:00"_t).keyDate(), aBlank("blank")});
     Limit const limits[] = {
-        {fs, 0, "01-09 09:00"}, {fs, 24, "01-08 09:00"}, {fs, 48, "01-08 09:00"}, {fs, -4, "01-09 13:00"},
-        {ss, 0, "01-13 09:00"}, {ss, 24, "01-12 09:00"}, {ss, 48, "01-09 16:59"},
-        {sf, 0, "01-13 16:59"}, {sf, 4, "01-13 13:00"}, {sf, 9, "01-12 16:59"},
-        {ff, 0, "01-12 09:00"}, {ff, 24, "01-09 09:00"}, {ff, 72, "01-08 09:00"},
+        {fs, 0, "01-09 09:00"},  {fs, 24, "01-08 09:00"}, {fs, 48, "01-08 09:00"}, {fs, -4, "01-09 13:00"},
+        {ss, 0, "01-13 09:00"},  {ss, 24, "01-12 09:00"}, {ss, 48, "01-09 16:59"}, {sf, 0, "01-13 16:59"},
+        {sf, 4, "01-13 13:00"},  {sf, 9, "01-12 16:59"},  {ff, 0, "01-12 09:00"},  {ff, 24, "01-09 09:00"},
+        {ff, 72, "01-08 09:00"},
     };
     for (Limit const & limit : limits)
         EXPECT_EQ(text(linkOf(limit).getLatestStartOfUpstreamTask(plan["up"], plan["down"])), limit.time)
             << limit.type.getEquivalentValue() << ' ' << limit.delayHours;
     Limit const ofMoment[] = {
-        {fs, 0, "01-13 09:00"}, {fs, 1, "01-12 16:59"}, {ss, 0, "01-13 09:00"}, {sf, 0, "01-13 16:59"}, {ff, 0, "01-13 16:59"}, {ff, 48, "01-09 16:59"},
+        {fs, 0, "01-13 09:00"}, {fs, 1, "01-12 16:59"}, {ss, 0, "01-13 09:00"},
+        {sf, 0, "01-13 16:59"}, {ff, 0, "01-13 16:59"}, {ff, 48, "01-09 16:59"},
     };
     for (Limit const & limit : ofMoment)
         EXPECT_EQ(text(linkOf(limit).getLatestStartOfUpstreamTask(plan["moment"], plan["down"])), limit.time)
@@ -145,12 +158,15 @@ TEST(LinkTimes, TheLatestStartOfTheUpstreamTask)
 
 TEST(LinkTimes, AllLinksOfATaskLimitIt)
 {
-    Plan plan({upstreamTask, aTask("late").from("01-14 09:00"_t).lasting(3_d), TaskSpec(downstreamTask).after("up").after("late", ss, 2_h),
-               aTask("s").with({aTask("next").from("01-13 15:00"_t).after("up", fs, 4_h), aTask("free")}), aTask("blind").after("up").after("gone").after("late"),
-               aBlank("blank"), aTask("gone")});
+    Plan plan({upstreamTask, aTask("late").from("01-14 09:00"_t).lasting(3_d),
+               TaskSpec(downstreamTask).after("up").after("late", ss, 2_h),
+               aTask("s").with({aTask("next").from("01-13 15:00"_t).after("up", fs, 4_h), aTask("free")}),
+               aTask("blind").after("up").after("gone").after("late"), aBlank("blank"), aTask("gone")});
     CProject const & project = plan.project;
-    auto const earliest = [&](char const * name) { return text(project.getEarliestStartFromUpstreamLinks(plan.id(name))); };
-    auto const latest = [&](char const * name) { return text(project.getLatestStartFromDownstreamLinks(plan.id(name))); };
+    auto const earliest = [&](char const * name)
+    { return text(project.getEarliestStartFromUpstreamLinks(plan.id(name))); };
+    auto const latest = [&](char const * name)
+    { return text(project.getLatestStartFromDownstreamLinks(plan.id(name))); };
     EXPECT_EQ(earliest("down"), "01-14 11:00");
     EXPECT_EQ(earliest("free"), "?");
     EXPECT_EQ(latest("free"), "?");

@@ -42,7 +42,8 @@ TEST(TaskLinks, ATaskDependsOnWhatItsFamilyDependsOn)
 // A missing upstream task ends the search of the family that names it, and of no other.
 TEST(TaskLinks, ADanglingLinkHidesTheCircleBehindIt)
 {
-    Plan plan({aTask("a").after("b"), aTask("b").after("gone").after("a"), aTask("c").after("b").after("a"), aTask("gone")});
+    Plan plan(
+        {aTask("a").after("b"), aTask("b").after("gone").after("a"), aTask("c").after("b").after("a"), aTask("gone")});
     EXPECT_EQ(circularTasks(plan), "abc");
     EXPECT_TRUE(plan["a"].isUpstream(plan.id("gone")));
     plan.tasks().RemoveAt(3);
@@ -68,8 +69,9 @@ TEST(TaskLinks, SearchesAgreeWithEveryRoadOfSmallPlans)
         {
             EXPECT_EQ(task->isInCircularChain(), plainIsInCircularChain(plan.project, *task)) << task->getName().view();
             for (CTask const * other : all)
-                EXPECT_EQ(task->isUpstream(other->getID()),
-                          plainIsUpstream(plan.project, *task, other->getID(), withCircles ? Memory::ofTasks : Memory::none))
+                EXPECT_EQ(
+                    task->isUpstream(other->getID()),
+                    plainIsUpstream(plan.project, *task, other->getID(), withCircles ? Memory::ofTasks : Memory::none))
                     << task->getName().view() << other->getName().view();
         }
     }
@@ -135,7 +137,10 @@ TEST(TaskLinks, WhatHangsOffATaskIsKnownThroughHistoriesOfEdits)
 
 TEST(TaskLinks, DownstreamLinksStandInTheOrderOfTheTree)
 {
-    Plan plan({aTask("a"), aTask("s").after("a").with({aTask("t").after("a"), aTask("u").with({aTask("v").after("a")}), aTask("w").after("a")}), aTask("x").after("a")});
+    Plan plan({aTask("a"),
+               aTask("s").after("a").with(
+                   {aTask("t").after("a"), aTask("u").with({aTask("v").after("a")}), aTask("w").after("a")}),
+               aTask("x").after("a")});
     auto const order = [&]
     {
         CLinkArray links;

@@ -57,9 +57,11 @@ TEST_F(CriticalPath, IsTheLongestChainOfLinkedWork)
         {{aTask("s").with({TaskSpec(b).after("a"), a}), c}, "5d [a]-Finish To Start->[b]"},
         // From the middle of a chain: what leaves the start of b takes b off again, what arrives at the finish adds nothing.
         {{a, TaskSpec(b).after("a"), TaskSpec(c).after("b")}, "6d [a]-Finish To Start->[b]-Finish To Start->[c]"},
-        {{a, TaskSpec(b).after("a"), aTask("c").lasting(4_d).after("b", ss)}, "6d [a]-Finish To Start->[b]-Start To Start->[c]"},
+        {{a, TaskSpec(b).after("a"), aTask("c").lasting(4_d).after("b", ss)},
+         "6d [a]-Finish To Start->[b]-Start To Start->[c]"},
         {{a, TaskSpec(b).after("a"), TaskSpec(c).after("b", ff)}, "5d [a]-Finish To Start->[b]-Finish To Finish->[c]"},
-        {{a, aTask("b").lasting(1_d).after("a"), TaskSpec(c).after("b", sf)}, "2d [a]-Finish To Start->[b]-Start To Finish->[c]"},
+        {{a, aTask("b").lasting(1_d).after("a"), TaskSpec(c).after("b", sf)},
+         "2d [a]-Finish To Start->[b]-Start To Finish->[c]"},
         // Of equals the last: of links, of ends, of a task alone and a chain.
         {{a, aTask("a2").lasting(2_d), TaskSpec(b).after("a").after("a2")}, "5d [a2]-Finish To Start->[b]"},
         {{a, TaskSpec(b).after("a"), TaskSpec(c).lasting(3_d).after("a")}, "5d [a]-Finish To Start->[c]"},
@@ -86,7 +88,8 @@ TEST_F(CriticalPath, IsTheLongestChainOfLinkedWork)
 
 TEST_F(CriticalPath, AnswersWhatLiesOnIt)
 {
-    Plan plan({aTask("s").with({aTask("a"), aTask("t").with({aTask("b").after("a")})}), aTask("c").after("b"), aTask("d").after("a"), aTask("u").with({aTask("e")})});
+    Plan plan({aTask("s").with({aTask("a"), aTask("t").with({aTask("b").after("a")})}), aTask("c").after("b"),
+               aTask("d").after("a"), aTask("u").with({aTask("e")})});
     plan.project.updateCriticalPath();
     CProject const & project = plan.project;
     std::string tasks, parents;
@@ -145,7 +148,8 @@ TEST_F(CriticalPath, StopsAtTheEndsOfSeconds)
 
 // ---- against the plain judge ------------------------------------------------------------------------
 
-std::string namesOf(CProject const & project, CTask const * end, CProjectDuration const & length, std::vector<CLink const *> const & links)
+std::string namesOf(CProject const & project, CTask const * end, CProjectDuration const & length,
+                    std::vector<CLink const *> const & links)
 {
     std::string result = (end ? std::string(end->getName().view()) : "nothing") + ' ' + text(length) + ':';
     for (CLink const * link : links) result += ' ' + std::string(link->getID().toString().view());
@@ -221,7 +225,8 @@ void fill(CProject & project, int count, auto const & upstreamOf)
         task.setProject(&project);
         task.setID(ids[static_cast<std::size_t>(each)]);
         CLinkArray links;
-        for (int upstream : upstreamOf(each)) links.Add(CLink(ids[static_cast<std::size_t>(upstream)], CLinkType::FinishToStart));
+        for (int upstream : upstreamOf(each))
+            links.Add(CLink(ids[static_cast<std::size_t>(upstream)], CLinkType::FinishToStart));
         task.setUpstreamLinks(links);
     }
 }
@@ -247,7 +252,10 @@ TEST_F(CriticalPath, RoadsMayBeBeyondCount)
 {
     // A ladder: two tasks abreast, each after both of the rung before.
     CProject project(nullptr, false);
-    fill(project, 120, [](int task) { return task < 2 ? std::vector<int>() : std::vector{task / 2 * 2 - 2, task / 2 * 2 - 1}; });
+    fill(project, 120,
+         [](int task) {
+             return task < 2 ? std::vector<int>() : std::vector{task / 2 * 2 - 2, task / 2 * 2 - 1};
+         });
     project.updateCriticalPath();
     EXPECT_EQ(text(project.getCriticalPath().getDurationOfCriticalPath()), "60d");
     EXPECT_EQ(project.getCriticalPath().getEndTaskInLongestChain(), project.getTask(119));

@@ -22,7 +22,8 @@ std::vector<TaskSpec> tasksOf(nlohmann::json const & network)
         long const days = network["durations"][each];
         TaskSpec task = aTask(std::to_string(each)).lasting(CProjectDuration(days * 8 * 3600));
         if (days == 0) task.keyDate();
-        for (nlohmann::json const & upstream : network["predecessors"][each]) task.after(std::to_string(upstream.get<int>()));
+        for (nlohmann::json const & upstream : network["predecessors"][each])
+            task.after(std::to_string(upstream.get<int>()));
         tasks.push_back(task);
     }
     return tasks;
@@ -32,18 +33,23 @@ TEST(RealNetworks, TheLongestChainIsThePublishedOne)
 {
     CProjectConfig::setShowCriticalPath(1);
     int networks = 0;
-    bool const isThere = forRealCases("psplib", [&](nlohmann::json const & network) {
-        ++networks;
-        Plan plan(tasksOf(network));
-        plan.project.updateCriticalPath();
-        CProjectDuration const length = plan.project.getCriticalPath().getDurationOfCriticalPath();
-        EXPECT_EQ(length.GetDays(plan.project.getProjectCalendar()), network["mpm_time"].get<long>()) << network["name"];
-        // The chain itself accounts for every minute of it.
-        CProjectDuration sum = plan.project.getCriticalPath().getEndTaskInLongestChain()->getDuration();
-        for (CLink const & link : plan.project.getCriticalPath().getLinksInCriticalPath())
-            sum = sum + plan.project.getTask(link.getUpstreamTaskID())->getDuration();
-        EXPECT_EQ(sum, length) << network["name"];
-    });
+    bool const isThere =
+        forRealCases("psplib",
+                     [&](nlohmann::json const & network)
+                     {
+                         ++networks;
+                         Plan plan(tasksOf(network));
+                         plan.project.updateCriticalPath();
+                         CProjectDuration const length = plan.project.getCriticalPath().getDurationOfCriticalPath();
+                         EXPECT_EQ(length.GetDays(plan.project.getProjectCalendar()), network["mpm_time"].get<long>())
+                             << network["name"];
+                         // The chain itself accounts for every minute of it.
+                         CProjectDuration sum =
+                             plan.project.getCriticalPath().getEndTaskInLongestChain()->getDuration();
+                         for (CLink const & link : plan.project.getCriticalPath().getLinksInCriticalPath())
+                             sum = sum + plan.project.getTask(link.getUpstreamTaskID())->getDuration();
+                         EXPECT_EQ(sum, length) << network["name"];
+                     });
     CProjectConfig::setShowCriticalPath(0);
     if (!isThere) GTEST_SKIP() << "no records in " << realCasesFolder();
     EXPECT_GT(networks, 0);

@@ -13,14 +13,18 @@ namespace
 
 std::string typeText(int type)
 {
-    static char const * const texts[] = {"link", "Finish To Start", "Start To Finish", "Start To Start", "Finish To Finish"};
+    static char const * const texts[] = {"link", "Finish To Start", "Start To Finish", "Start To Start",
+                                         "Finish To Finish"};
     return texts[type];
 }
 
 class LongestChains
 {
 public:
-    LongestChains(CProject const & project, Memory memory) : project(project), memory(memory) { collect(project.getAllTasks()); }
+    LongestChains(CProject const & project, Memory memory) : project(project), memory(memory)
+    {
+        collect(project.getAllTasks());
+    }
 
     PlainChain findEnd(CTaskArray const & tasks)
     {
@@ -144,7 +148,8 @@ bool circular(CProject const & project, CTask const & task, std::set<CTask const
 {
     if (!visited.insert(&task).second) return true;
     std::vector<CTask const *> family{&task};
-    for (CTask const * parent = task.getParentOfLastPass(); parent; parent = parent->getParentOfLastPass()) family.push_back(parent);
+    for (CTask const * parent = task.getParentOfLastPass(); parent; parent = parent->getParentOfLastPass())
+        family.push_back(parent);
     if (task.getSubTasks()) addTasks(*task.getSubTasks(), family);
     for (CTask const * each : family)
         for (CLink const & link : each->getUpstreamLinks())
@@ -159,7 +164,10 @@ bool circular(CProject const & project, CTask const & task, std::set<CTask const
 class UpstreamSearch
 {
 public:
-    UpstreamSearch(CProject const & project, CTaskID const & sought, Memory memory) : project(project), sought(sought), memory(memory) {}
+    UpstreamSearch(CProject const & project, CTaskID const & sought, Memory memory)
+        : project(project), sought(sought), memory(memory)
+    {
+    }
 
     bool from(CTask const & task)
     {
@@ -269,7 +277,9 @@ CLinkArray randomLinks(std::mt19937 & random, std::vector<CTask const *> const &
         int const kind = below(random, 20);
         if (kind == 0) from.clear();
         else if (kind > 1 && !upstream.empty())
-            from.setGUID(upstream[static_cast<std::size_t>(below(random, static_cast<int>(upstream.size())))]->getID().getGUID());
+            from.setGUID(upstream[static_cast<std::size_t>(below(random, static_cast<int>(upstream.size())))]
+                             ->getID()
+                             .getGUID());
         CLinkType type;
         if (below(random, 20)) type = 1 + below(random, 4);
         CLink link(from, type);
