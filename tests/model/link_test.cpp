@@ -96,8 +96,8 @@ CLink linkOf(Limit const & limit)
 }
 
 // Thursday and Friday; Tuesday.
-TaskSpec const upstreamTask = aTask("up").from("01-08 09:00"_t).lasting(2_d);
-TaskSpec const downstreamTask = aTask("down").from("01-13 09:00"_t).lasting(1_d);
+TaskDraft const upstreamTask = aTask("up").from("01-08 09:00"_t).lasting(2_d);
+TaskDraft const downstreamTask = aTask("down").from("01-13 09:00"_t).lasting(1_d);
 
 TEST(LinkTimes, TheEarliestStartOfTheDownstreamTask)
 {
@@ -159,7 +159,7 @@ TEST(LinkTimes, TheLatestStartOfTheUpstreamTask)
 TEST(LinkTimes, AllLinksOfATaskLimitIt)
 {
     Plan plan({upstreamTask, aTask("late").from("01-14 09:00"_t).lasting(3_d),
-               TaskSpec(downstreamTask).after("up").after("late", ss, 2_h),
+               TaskDraft(downstreamTask).after("up").after("late", ss, 2_h),
                aTask("s").with({aTask("next").from("01-13 15:00"_t).after("up", fs, 4_h), aTask("free")}),
                aTask("blind").after("up").after("gone").after("late"), aBlank("blank"), aTask("gone")});
     CProject const & project = plan.project;

@@ -21,7 +21,7 @@ TEST(TaskLinks, ATaskDependsOnWhatItsFamilyDependsOn)
 {
     struct
     {
-        std::vector<TaskSpec> tasks;
+        std::vector<TaskDraft> tasks;
         char const * circular;
     } const cases[] = {
         {{aTask("a"), aTask("b").after("a"), aTask("c").after("a").after("b")}, ""},

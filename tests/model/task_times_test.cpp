@@ -21,7 +21,7 @@ TEST(TaskTimes, StandOnTheFieldsOfTheStatus)
 {
     struct
     {
-        TaskSpec spec;
+        TaskDraft draft;
         // start > end, planned end, planned length, forecast, end of risk, length to it
         char const * times;
     } const cases[] = {
@@ -35,12 +35,12 @@ TEST(TaskTimes, StandOnTheFieldsOfTheStatus)
         {aTask("key").keyDate().from("01-06 12:00"_t), "01-06 12:00 > 01-06 12:00, 01-06 12:00, 0, ?, 01-06 12:00, 0"},
         {aBlank(), "? > ?, ?, 0, ?, ?, ?"},
     };
-    for (auto const & [spec, times] : cases)
+    for (auto const & [draft, times] : cases)
     {
         for (bool const inProject : {true, false})
         {
-            Plan plan(std::vector<TaskSpec>{spec});
-            CTask free = spec.make();
+            Plan plan(std::vector<TaskDraft>{draft});
+            CTask free = draft.make();
             free.setChanged();
             CTask const & task = inProject ? *plan.project.getTask(0) : free;
             EXPECT_EQ(text(task.getStartTime()) + " > " + text(task.getEndTime()) + ", " +
@@ -48,7 +48,7 @@ TEST(TaskTimes, StandOnTheFieldsOfTheStatus)
                           text(task.getEstimatedFinishTime()) + ", " + text(task.getEndOfUnmitigatedRisk()) + ", " +
                           text(task.getDurationToEndOfUnmitigatedRisk()),
                       times)
-                << spec.name << inProject;
+                << draft.name << inProject;
             EXPECT_EQ(text(task.getEndOfStoredRisk()), text(task.getEndOfUnmitigatedRisk()));
             EXPECT_EQ(text(task.getDurationToEndOfStoredRisk()), text(task.getDurationToEndOfUnmitigatedRisk()));
         }
@@ -247,7 +247,7 @@ TEST(TaskTimes, ProgressGoesByTheClock)
 {
     struct
     {
-        TaskSpec spec;
+        TaskDraft draft;
         CProjectTime now;
         double worked, complete;
         char const * point;
@@ -266,7 +266,7 @@ TEST(TaskTimes, ProgressGoesByTheClock)
     {
         SCOPED_TRACE(number++);
         ClockScope const clock(each.now);
-        Plan plan(std::vector<TaskSpec>{each.spec});
+        Plan plan(std::vector<TaskDraft>{each.draft});
         EXPECT_DOUBLE_EQ(plan["t"].getUnconstrainedPercentComplete(), each.worked);
         EXPECT_DOUBLE_EQ(plan["t"].getPercentComplete(), each.complete);
         EXPECT_EQ(text(plan["t"].getTimeOfPercentCompletePoint()), each.point);
@@ -277,14 +277,14 @@ TEST(TaskTimes, ProgressGoesByTheClock)
 
 TEST(TaskTimes, PredicatesAndTheirExplanations)
 {
-    auto const begun = [](TaskSpec spec) { return spec.started("01-05 09:00"_t); };
-    TaskSpec const parent = aTask("t").with({aTask("child")});
+    auto const begun = [](TaskDraft draft) { return draft.started("01-05 09:00"_t); };
+    TaskDraft const parent = aTask("t").with({aTask("child")});
     std::string const moved = "\"t\" cannot be rescheduled because ";
     std::string const risks = "The task \"t\" cannot change Risk Assignment because ";
     std::string const resources = "The task \"t\" cannot change Resource Assignment because ";
     struct
     {
-        TaskSpec spec;
+        TaskDraft draft;
         // summary, links, reschedule, duration, risks, reports, resources, percent, baseline, type
         char const * can;
         std::string whyNotMoved, whyNoRisks, whyNoResources;
@@ -309,7 +309,7 @@ TEST(TaskTimes, PredicatesAndTheirExplanations)
     for (auto const & each : cases)
     {
         SCOPED_TRACE(number++);
-        Plan plan(std::vector<TaskSpec>{each.spec});
+        Plan plan(std::vector<TaskDraft>{each.draft});
         CTask const & t = plan["t"];
         bool const can[] = {t.canBecomeSummaryTask(), t.canCreateLinks(),           t.canReschedule(),
                             t.canChangeDuration(),    t.canAssignRisks(),           t.canAssignTaskReports(),

@@ -139,17 +139,17 @@ TEST(TaskTree, OnlySomeTasksTakeChildren)
     two.addTask(child);
     struct
     {
-        TaskSpec spec;
+        TaskDraft draft;
         bool takes;
     } const cases[] = {{aTask("plain"), true},
                        {aBlank("blank"), false},
                        {aTask("key date").keyDate(), false},
                        {aTask("started").started("01-05 09:00"_t), true},
                        {aTask("constrained").constrained(), true}};
-    for (auto const & [spec, takes] : cases)
+    for (auto const & [draft, takes] : cases)
     {
-        CTask task = spec.make();
-        EXPECT_EQ(task.canBecomeSummaryTask(), takes) << spec.name;
+        CTask task = draft.make();
+        EXPECT_EQ(task.canBecomeSummaryTask(), takes) << draft.name;
         for (int position : {1, -1}) task.insertSubTask(child, position);
         EXPECT_FALSE(task.isSummaryTask());
         task.insertSubTask(child, 0);

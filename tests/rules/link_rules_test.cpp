@@ -13,7 +13,7 @@ char const * const doubled = "These Tasks are already linked.";
 char const * const circular = "This action would produce a circular link.";
 
 // a -> b -> c in a row, and a summary task s(t u(v))
-std::vector<TaskSpec> tasks()
+std::vector<TaskDraft> tasks()
 {
     return {aTask("a"), aTask("b").after("a"), aTask("c").after("b"),
             aTask("s").with({aTask("t"), aTask("u").with({aTask("v")})}), aBlank("gap")};

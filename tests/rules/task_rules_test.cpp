@@ -27,7 +27,7 @@ CString repeated(char character, int count)
 }
 
 // One rule on one task of each kind: what it answers, by the order of `kinds`, and what it did to a plain task.
-std::vector<TaskSpec> kinds()
+std::vector<TaskDraft> kinds()
 {
     return {aTask("plain").from("01-06 09:00"_t).lasting(2_d),
             aBlank("blank"),
@@ -54,7 +54,7 @@ protected:
     static std::string answers(Rule const & rule)
     {
         std::string result;
-        for (TaskSpec const & kind : kinds())
+        for (TaskDraft const & kind : kinds())
         {
             Plan one(kinds());
             CTaskID const id = one.id(kind.name);

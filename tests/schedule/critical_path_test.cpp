@@ -42,39 +42,39 @@ TEST_F(CriticalPath, IsTheLongestChainOfLinkedWork)
     auto const c = aTask("c").lasting(1_d);
     struct
     {
-        std::vector<TaskSpec> tasks;
+        std::vector<TaskDraft> tasks;
         char const * path;
     } cases[] = {
         {{}, "0 "},
         {{aBlank("x")}, "0 "},
         {{a, aTask("b").lasting(2_d)}, "2d [b]"},
-        {{a, TaskSpec(b).after("a")}, "5d [a]-Finish To Start->[b]"},
-        {{a, TaskSpec(b).after("a", ss)}, "3d [a]-Start To Start->[b]"},
-        {{a, TaskSpec(b).after("a", ff)}, "3d [b]"},
-        {{a, TaskSpec(b).after("a", sf)}, "3d [b]"},
+        {{a, TaskDraft(b).after("a")}, "5d [a]-Finish To Start->[b]"},
+        {{a, TaskDraft(b).after("a", ss)}, "3d [a]-Start To Start->[b]"},
+        {{a, TaskDraft(b).after("a", ff)}, "3d [b]"},
+        {{a, TaskDraft(b).after("a", sf)}, "3d [b]"},
         // Lags and places in the tree count for nothing.
-        {{a, TaskSpec(b).after("a", CLinkType::FinishToStart, 90_d)}, "5d [a]-Finish To Start->[b]"},
-        {{aTask("s").with({TaskSpec(b).after("a"), a}), c}, "5d [a]-Finish To Start->[b]"},
+        {{a, TaskDraft(b).after("a", CLinkType::FinishToStart, 90_d)}, "5d [a]-Finish To Start->[b]"},
+        {{aTask("s").with({TaskDraft(b).after("a"), a}), c}, "5d [a]-Finish To Start->[b]"},
         // From the middle of a chain: what leaves the start of b takes b off again, what arrives at the finish adds nothing.
-        {{a, TaskSpec(b).after("a"), TaskSpec(c).after("b")}, "6d [a]-Finish To Start->[b]-Finish To Start->[c]"},
-        {{a, TaskSpec(b).after("a"), aTask("c").lasting(4_d).after("b", ss)},
+        {{a, TaskDraft(b).after("a"), TaskDraft(c).after("b")}, "6d [a]-Finish To Start->[b]-Finish To Start->[c]"},
+        {{a, TaskDraft(b).after("a"), aTask("c").lasting(4_d).after("b", ss)},
          "6d [a]-Finish To Start->[b]-Start To Start->[c]"},
-        {{a, TaskSpec(b).after("a"), TaskSpec(c).after("b", ff)}, "5d [a]-Finish To Start->[b]-Finish To Finish->[c]"},
-        {{a, aTask("b").lasting(1_d).after("a"), TaskSpec(c).after("b", sf)},
+        {{a, TaskDraft(b).after("a"), TaskDraft(c).after("b", ff)}, "5d [a]-Finish To Start->[b]-Finish To Finish->[c]"},
+        {{a, aTask("b").lasting(1_d).after("a"), TaskDraft(c).after("b", sf)},
          "2d [a]-Finish To Start->[b]-Start To Finish->[c]"},
         // Of equals the last: of links, of ends, of a task alone and a chain.
-        {{a, aTask("a2").lasting(2_d), TaskSpec(b).after("a").after("a2")}, "5d [a2]-Finish To Start->[b]"},
-        {{a, TaskSpec(b).after("a"), TaskSpec(c).lasting(3_d).after("a")}, "5d [a]-Finish To Start->[c]"},
+        {{a, aTask("a2").lasting(2_d), TaskDraft(b).after("a").after("a2")}, "5d [a2]-Finish To Start->[b]"},
+        {{a, TaskDraft(b).after("a"), TaskDraft(c).lasting(3_d).after("a")}, "5d [a]-Finish To Start->[c]"},
         {{a, aTask("b").lasting(2_d).after("a", ff)}, "2d [a]-Finish To Finish->[b]"},
         // A task that others hang off ends no chain, but may be the longest alone.
-        {{aTask("a").lasting(9_d), TaskSpec(b).after("c", ss).after("a", ff), c}, "9d [a]-Finish To Finish->[b]"},
-        {{a, aTask("b").lasting(9_d).after("a", ff), TaskSpec(c).after("b", ss)}, "9d [b]"},
+        {{aTask("a").lasting(9_d), TaskDraft(b).after("c", ss).after("a", ff), c}, "9d [a]-Finish To Finish->[b]"},
+        {{a, aTask("b").lasting(9_d).after("a", ff), TaskDraft(c).after("b", ss)}, "9d [b]"},
         // Only blank tasks before it: the chain has no length, the task alone has.
-        {{aBlank("x"), TaskSpec(b).after("x")}, "3d [b]"},
+        {{aBlank("x"), TaskDraft(b).after("x")}, "3d [b]"},
         {{aBlank("x"), aTask("k").keyDate().after("x")}, "? [k]"},
         // A summary task's own link, and the links below a blank row, which leave nothing.
-        {{a, aTask("s").after("a").with({TaskSpec(b)})}, "5d [a]-Finish To Start->[s]"},
-        {{a, TaskSpec(b).after("a"), aBlank("x").with({TaskSpec(c).after("b")})}, "5d [a]-Finish To Start->[b]"},
+        {{a, aTask("s").after("a").with({TaskDraft(b)})}, "5d [a]-Finish To Start->[s]"},
+        {{a, TaskDraft(b).after("a"), aBlank("x").with({TaskDraft(c).after("b")})}, "5d [a]-Finish To Start->[b]"},
         {{aTask("x").after("y"), aTask("y").after("x"), a}, "2d [a]"},
     };
     int number = 0;

@@ -14,13 +14,13 @@ namespace
 
 // Activity networks whose longest chains were published with them: activities by number, finish-to-start,
 // without lags; one unit is one working day here.
-std::vector<TaskSpec> tasksOf(nlohmann::json const & network)
+std::vector<TaskDraft> tasksOf(nlohmann::json const & network)
 {
-    std::vector<TaskSpec> tasks;
+    std::vector<TaskDraft> tasks;
     for (std::size_t each = 0; each < network["durations"].size(); ++each)
     {
         long const days = network["durations"][each];
-        TaskSpec task = aTask(std::to_string(each)).lasting(CProjectDuration(days * 8 * 3600));
+        TaskDraft task = aTask(std::to_string(each)).lasting(CProjectDuration(days * 8 * 3600));
         if (days == 0) task.keyDate();
         for (nlohmann::json const & upstream : network["predecessors"][each])
             task.after(std::to_string(upstream.get<int>()));

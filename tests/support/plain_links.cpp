@@ -244,26 +244,26 @@ int below(std::mt19937 & random, int limit)
     return static_cast<int>(random() % static_cast<unsigned>(limit));
 }
 
-TaskSpec randomTask(std::mt19937 & random, int & left)
+TaskDraft randomTask(std::mt19937 & random, int & left)
 {
     --left;
     bool const blank = below(random, 10) == 0;
-    TaskSpec spec = blank ? aBlank("task " + std::to_string(left)) : aTask("task " + std::to_string(left));
-    spec.lasting(CProjectDuration(std::array{8, 8, 16, 20}[static_cast<std::size_t>(below(random, 4))] * 3600L));
+    TaskDraft draft = blank ? aBlank("task " + std::to_string(left)) : aTask("task " + std::to_string(left));
+    draft.lasting(CProjectDuration(std::array{8, 8, 16, 20}[static_cast<std::size_t>(below(random, 4))] * 3600L));
     int const kind = below(random, 8);
-    if (kind == 0) spec.keyDate();
-    if (kind == 1) spec.started("01-06 09:00"_t);
-    if (kind == 2) spec.finished("01-06 09:00"_t, "01-08 13:00"_t);
-    std::vector<TaskSpec> children;
+    if (kind == 0) draft.keyDate();
+    if (kind == 1) draft.started("01-06 09:00"_t);
+    if (kind == 2) draft.finished("01-06 09:00"_t, "01-08 13:00"_t);
+    std::vector<TaskDraft> children;
     while (left > 0 && below(random, 3) == 0) children.push_back(randomTask(random, left));
-    return kind == 0 ? spec : spec.with(children);
+    return kind == 0 ? draft : draft.with(children);
 }
 
 }  // namespace
 
-std::vector<TaskSpec> randomTasks(std::mt19937 & random, int count)
+std::vector<TaskDraft> randomTasks(std::mt19937 & random, int count)
 {
-    std::vector<TaskSpec> tasks;
+    std::vector<TaskDraft> tasks;
     while (count > 0) tasks.push_back(randomTask(random, count));
     return tasks;
 }

@@ -32,7 +32,7 @@ CTask const * plainHolder(CProject const & project, CLinkID const & link);
 
 // Up to `count` tasks under summaries and blank rows, planned, begun, finished and without length, with few
 // different durations so that chains tie.
-std::vector<TaskSpec> randomTasks(std::mt19937 & random, int count);
+std::vector<TaskDraft> randomTasks(std::mt19937 & random, int count);
 // Gives every task up to three links of all types, from any task or, without circles, from those before it in
 // some order; now and then from a task that does not exist.
 void linkAtRandom(Plan & plan, std::mt19937 & random, bool withCircles);

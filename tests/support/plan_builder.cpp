@@ -113,21 +113,21 @@ CProjectTime operator""_t(char const * text, std::size_t length)
 
 // ---- tasks ------------------------------------------------------------------------------------------
 
-TaskSpec aTask(std::string const & name)
+TaskDraft aTask(std::string const & name)
 {
-    TaskSpec spec;
-    spec.name = name;
-    return spec;
+    TaskDraft draft;
+    draft.name = name;
+    return draft;
 }
 
-TaskSpec aBlank(std::string const & name)
+TaskDraft aBlank(std::string const & name)
 {
-    TaskSpec spec = aTask(name);
-    spec.blank = true;
-    return spec;
+    TaskDraft draft = aTask(name);
+    draft.blank = true;
+    return draft;
 }
 
-CTask TaskSpec::make() const
+CTask TaskDraft::make() const
 {
     CTask task;
     if (!name.empty()) task.setName(name.c_str());
@@ -135,7 +135,7 @@ CTask TaskSpec::make() const
     // Children come while the task may have any: a blank row may not, but a file can hold one that has.
     task.setPlannedStartTime(start);
     int position = 0;
-    for (TaskSpec const & child : children) task.insertSubTask(child.make(), position++);
+    for (TaskDraft const & child : children) task.insertSubTask(child.make(), position++);
     if (blank) const_cast<CProjectTime &>(task.getPlannedStartTime()) = CProjectTime();
     task.setTaskType(type);
     task.setDuration(duration);
@@ -150,36 +150,36 @@ CTask TaskSpec::make() const
 
 // ---- plans ------------------------------------------------------------------------------------------
 
-Plan::Plan(std::vector<TaskSpec> const & specs)
+Plan::Plan(std::vector<TaskDraft> const & specs)
 {
-    for (TaskSpec const & spec : specs) tasks().addTask(spec.make());
-    for (TaskSpec const & spec : specs) addLinks(spec);
+    for (TaskDraft const & draft : specs) tasks().addTask(draft.make());
+    for (TaskDraft const & draft : specs) addLinks(draft);
     project.postSerialize();
     derive();
 }
 
-void Plan::add(TaskSpec const & spec)
+void Plan::add(TaskDraft const & draft)
 {
-    tasks().addTask(spec.make());
-    addLinks(spec);
+    tasks().addTask(draft.make());
+    addLinks(draft);
     project.postSerialize();
     derive();
 }
 
-void Plan::addLinks(TaskSpec const & spec)
+void Plan::addLinks(TaskDraft const & draft)
 {
-    if (!spec.links.empty())
+    if (!draft.links.empty())
     {
         CLinkArray links;
-        for (auto const & [upstream, type, delay] : spec.links)
+        for (auto const & [upstream, type, delay] : draft.links)
         {
             CLink link(id(upstream), type);
             link.setDelay(delay);
             links.Add(link);
         }
-        writable(spec.name).setUpstreamLinks(links);
+        writable(draft.name).setUpstreamLinks(links);
     }
-    for (TaskSpec const & child : spec.children) addLinks(child);
+    for (TaskDraft const & child : draft.children) addLinks(child);
 }
 
 namespace

@@ -35,7 +35,7 @@ CProjectTime operator""_t(char const * text, std::size_t length);
 
 // One task as a test describes it: by default a task of one day on Monday 01-05.
 //     aTask("dig").lasting(5_d).after("survey"), aTask("house").with({aTask("walls"), aTask("roof")}), aBlank()
-struct TaskSpec
+struct TaskDraft
 {
     struct Link
     {
@@ -44,25 +44,25 @@ struct TaskSpec
         CProjectDuration delay;
     };
 
-    TaskSpec & from(CProjectTime const & time) { return start = time, *this; }
-    TaskSpec & lasting(CProjectDuration const & value) { return duration = value, *this; }
+    TaskDraft & from(CProjectTime const & time) { return start = time, *this; }
+    TaskDraft & lasting(CProjectDuration const & value) { return duration = value, *this; }
     // Tasks are named, and may stand further on in the plan.
-    TaskSpec & after(std::string const & upstream, CLinkType const & type = CLinkType::FinishToStart,
+    TaskDraft & after(std::string const & upstream, CLinkType const & type = CLinkType::FinishToStart,
                      CProjectDuration const & delay = CProjectDuration(0))
     {
         return links.push_back({upstream, type, delay}), *this;
     }
-    TaskSpec & with(std::vector<TaskSpec> const & tasks) { return children = tasks, *this; }
+    TaskDraft & with(std::vector<TaskDraft> const & tasks) { return children = tasks, *this; }
     // Begun on a plan that then still held: the forecast is the planned length.
-    TaskSpec & started(CProjectTime const & time) { return status = CTaskStatus::Started, actualStart = time, *this; }
-    TaskSpec & finished(CProjectTime const & begun, CProjectTime const & done)
+    TaskDraft & started(CProjectTime const & time) { return status = CTaskStatus::Started, actualStart = time, *this; }
+    TaskDraft & finished(CProjectTime const & begun, CProjectTime const & done)
     {
         return status = CTaskStatus::Finished, actualStart = begun, actualFinish = done, *this;
     }
-    TaskSpec & inStatus(CTaskStatus const & value) { return status = value, *this; }
-    TaskSpec & ofType(CTaskType const & value) { return type = value, *this; }
-    TaskSpec & keyDate() { return ofType(CTaskType::KeyDate); }
-    TaskSpec & constrained() { return constraint = CTaskConstraintType::CannotReschedule, *this; }
+    TaskDraft & inStatus(CTaskStatus const & value) { return status = value, *this; }
+    TaskDraft & ofType(CTaskType const & value) { return type = value, *this; }
+    TaskDraft & keyDate() { return ofType(CTaskType::KeyDate); }
+    TaskDraft & constrained() { return constraint = CTaskConstraintType::CannotReschedule, *this; }
 
     // The task with its children, without links, derived as far as a free task can be.
     CTask make() const;
@@ -77,12 +77,12 @@ struct TaskSpec
     CProjectTime actualStart;
     CProjectTime actualFinish;
     std::vector<Link> links;
-    std::vector<TaskSpec> children;
+    std::vector<TaskDraft> children;
 };
 
-TaskSpec aTask(std::string const & name);
+TaskDraft aTask(std::string const & name);
 // A row without a schedule; it may have a name by which the test finds it, and children.
-TaskSpec aBlank(std::string const & name = "");
+TaskDraft aBlank(std::string const & name = "");
 
 // ---- a project with a plan --------------------------------------------------------------------------
 
@@ -91,7 +91,7 @@ TaskSpec aBlank(std::string const & name = "");
 class Plan
 {
 public:
-    explicit Plan(std::vector<TaskSpec> const & tasks = {});
+    explicit Plan(std::vector<TaskDraft> const & tasks = {});
 
     CProject project{nullptr, false};
 
@@ -107,7 +107,7 @@ public:
     CTaskArray & tasks() { return const_cast<CTaskArray &>(project.getAllTasks()); }
 
     // Appends to the plan.
-    void add(TaskSpec const & spec);
+    void add(TaskDraft const & draft);
     // One action: `plan.act([&](auto & rules) { return rules.changeTaskName(id, "x"); })`.
     template <class Action>
     auto act(Action const & action, CRulesCheckerContext const & context = CRulesCheckerContext::OriginatingClient)
@@ -122,7 +122,7 @@ public:
     }
 
 private:
-    void addLinks(TaskSpec const & spec);
+    void addLinks(TaskDraft const & draft);
 };
 
 }  // namespace orvane
