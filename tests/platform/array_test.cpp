@@ -41,88 +41,67 @@ std::vector<int> contents(CArray<Type> const & array)
 
 }  // namespace
 
-TYPED_TEST(ArrayOf, IgnoresPositionsOutsideButAnswersNoElement)
-{
-    CArray<TypeParam> array;
-    array.Add(7);
-    EXPECT_THROW(array.GetAt(1), std::out_of_range);
-    EXPECT_THROW(array[-1], std::out_of_range);
-    array.RemoveAt(5);
-    array.RemoveAt(-1);
-    array.RemoveAt(0, -3);
-    array.InsertAt(-1, 3);
-    array.InsertAt(5, 3, 0);
-    array.InsertAt(5, nullptr);
-    array.SetAt(9, 3);
-    array.SetAtGrow(-2, 3);
-    array.Reserve(-1);
-    EXPECT_THROW(array.InsertAt(1, 3, INT_MAX), std::length_error);
-    EXPECT_EQ(contents(array), std::vector<int>{7});
-    array.SetSize(-4);
-    EXPECT_TRUE(array.IsEmpty());
-    EXPECT_EQ(array.GetUpperBound(), -1);
-}
-
-// Against a plain list. What is put in comes from the array itself as often as not.
+// Against a plain list, at places within and without. What is put in comes from the array itself as often as not.
 TYPED_TEST(ArrayOf, StaysRightThroughRandomHistories)
 {
     std::mt19937 random(20261121);
     CArray<TypeParam> array;
     std::vector<int> plain;
-    auto const upTo = [&](std::size_t bound) { return static_cast<int>(random() % (bound + 1)); };
+    auto const upTo = [&](auto bound) { return static_cast<int>(random() % static_cast<unsigned>(bound + 1)); };
     auto const insert = [&](int at, std::vector<int> const & numbers)
     {
-        if (at > static_cast<int>(plain.size())) plain.resize(static_cast<std::size_t>(at));
+        if (at < 0 || numbers.empty()) return;
+        if (at > std::ssize(plain)) plain.resize(static_cast<std::size_t>(at));
         plain.insert(plain.begin() + at, numbers.begin(), numbers.end());
     };
     for (int step = 0; step < 20000; ++step)
     {
         TypeParam const fresh = step;
-        int const at = upTo(plain.size() + 2);
-        int const count = upTo(3);
-        int const from = upTo(plain.size());
-        bool const own = from < array.GetSize();
-        TypeParam const & element = own ? std::as_const(array)[from] : fresh;
+        int const at = upTo(plain.size() + 3) - 1, count = upTo(4) - 1, from = upTo(plain.size());
+        TypeParam const & element = from < array.GetSize() ? std::as_const(array)[from] : fresh;
         int const number = element;
-        bool const inside = at < array.GetSize();
-        switch (random() % 9)
+        int const size = array.GetSize();
+        bool const inside = at >= 0 && at < size;
+        switch (random() % 8)
         {
             case 0:
-                EXPECT_EQ(array.Add(element), static_cast<int>(plain.size()));
-                plain.push_back(number);
+                array.InsertAt(at, element, count);
+                insert(at, std::vector<int>(static_cast<std::size_t>(std::max(count, 0)), number));
                 break;
             case 1:
-                array.InsertAt(at, element, count);
-                if (count > 0) insert(at, std::vector<int>(static_cast<std::size_t>(count), number));
-                break;
-            case 2:
                 array.SetAtGrow(at, element);
                 if (inside) plain[static_cast<std::size_t>(at)] = number;
                 else insert(at, {number});
                 break;
-            case 3:
+            case 2:
                 array.InsertAt(at, &array);
-                if (!plain.empty()) insert(at, std::vector<int>(plain));
+                insert(at, std::vector<int>(plain));
                 break;
-            case 4:
-                EXPECT_EQ(array.Append(CArray<TypeParam>(array)), static_cast<int>(plain.size()));
+            case 3:
+                EXPECT_EQ(array.Append(CArray<TypeParam>(array)), std::ssize(plain));
                 insert(static_cast<int>(plain.size()), std::vector<int>(plain));
                 break;
-            case 5:
+            case 4:
                 array.SetSize(at);
-                plain.resize(static_cast<std::size_t>(at));
+                plain.resize(static_cast<std::size_t>(std::max(at, 0)));
                 break;
-            case 6: array.Copy(CArray<TypeParam>(array)); break;
+            case 5:
+                EXPECT_EQ(array.Add(element), std::ssize(plain));
+                plain.push_back(number);
+                break;
             default:
                 array.RemoveAt(at, count);
-                if (inside)
-                    plain.erase(plain.begin() + at,
-                                plain.begin() + std::min(at + count, static_cast<int>(plain.size())));
+                for (int gone = 0; inside && gone < std::min(count, size - at); ++gone) plain.erase(plain.begin() + at);
                 break;
         }
         ASSERT_EQ(contents(array), plain) << "step " << step;
         if (plain.size() > 40) array.RemoveAll(), plain.clear();
     }
+    EXPECT_THROW(array.InsertAt(1, 3, INT_MAX), std::length_error);
+    array.InsertAt(5, nullptr);
+    array.Reserve(-1);
+    for (int outside : {-1, array.GetSize()}) EXPECT_THROW(array.GetAt(outside), std::out_of_range);
+    EXPECT_EQ(array.GetUpperBound(), std::ssize(plain) - 1);
 }
 
 // As a queue, from which the first is taken and to which new ones are added.
@@ -134,10 +113,8 @@ TEST(Array, PlainElementsCanBeUsedUpFromTheFront)
     {
         ASSERT_EQ(queue.GetAt(0), each);
         queue.RemoveAt(0);
-        if (each % 2 == 0) queue.Add(200000 + each / 2);
+        queue.Add(200000 + each);
     }
-    EXPECT_EQ(queue.GetSize(), 100000);
-    EXPECT_EQ(queue[99999], 299999);
 }
 
 TEST(Array, ElementsThatStayAreNeitherMovedNorMadeAhead)
@@ -172,14 +149,12 @@ TEST(Array, TakesOnAnArrayInsideItsOwnElement)
     EXPECT_EQ(tree.GetSize(), 3);
 }
 
-TEST(Array, TextsAreTakenFromPointersAndFromTheArrayItself)
+TEST(Array, TextsAreTakenFromPointersIntoTheArrayItself)
 {
     CStringArray texts;
     texts.Add("a text too long to lie within its object");
     texts.InsertAt(3, texts.GetAt(0), 2);
     texts.SetAt(1, texts.GetAt(0));
-    texts.Add(CString("end"));
     EXPECT_STREQ(texts.GetAt(2), "");
-    for (int each : {0, 1, 3, 4}) EXPECT_EQ(texts.GetAt(each), texts.GetAt(0));
-    EXPECT_EQ(texts[5], CString("end"));
+    for (int each : {1, 3, 4}) EXPECT_EQ(texts.GetAt(each), texts.GetAt(0));
 }

@@ -13,36 +13,25 @@
 
 static_assert(sizeof(CTime) == 4 && std::is_trivially_copyable_v<CTime>);
 
-namespace
-{
-
-std::int64_t byLibrary(int year, int month, int day, int hour, int minute, int second, int dst)
-{
-    std::tm fields{};
-    fields.tm_year = year - 1900;
-    fields.tm_mon = month - 1;
-    fields.tm_mday = day;
-    fields.tm_hour = hour;
-    fields.tm_min = minute;
-    fields.tm_sec = second;
-    fields.tm_isdst = dst;
-    return std::mktime(&fields);
-}
-
-}  // namespace
-
 TEST(Time, FieldsOutOfRangeCarryOverAsInTheLibrary)
 {
-    int const fields[][6] = {{2004, 2, 30, 0, 0, 0}, {2003, 14, 1, 8, 0, 0},    {2004, 1, 0, 12, 0, 0},
-                             {2004, 0, 1, 0, -1, 0}, {2004, 6, 15, 49, 90, 61}, {2004, 6, -400, 7, 0, -86400},
-                             {1935, 7, 1, 9, 30, 1}, {1968, 1, 800, 10, 0, 0}};
-    for (char const * tz : {"Europe/Berlin", "America/New_York", "Australia/Sydney", "EST5EDT,M3.2.0,M11.1.0"})
+    int const cases[][6] = {{2004, 2, 30, 0, 0, 0}, {2003, 14, 1, 8, 0, 0},    {2004, 1, 0, 12, 0, 0},
+                            {2004, 0, 1, 0, -1, 0}, {2004, 6, 15, 49, 90, 61}, {2004, 6, -400, 7, 0, -86400},
+                            {1935, 7, 1, 9, 30, 1}, {1968, 1, 800, 10, 0, 0}};
+    for (char const * tz : {"Europe/Berlin", "America/St_Johns", "Australia/Sydney", "EST5EDT,M3.2.0,M11.1.0"})
     {
         ZoneScope const zone(tz);
-        for (auto const & [y, mo, d, h, mi, s] : fields)
+        for (auto const & [y, mo, d, h, mi, s] : cases)
             for (int dst : {-1, 0})
-                EXPECT_EQ(CTime(y, mo, d, h, mi, s, dst).GetTime(), byLibrary(y, mo, d, h, mi, s, dst))
-                    << tz << ' ' << y << ' ' << mo << ' ' << d << ' ' << dst;
+            {
+                std::tm fields{s, mi, h, d, mo - 1, y - 1900, 0, 0, dst, 0, nullptr};
+                CTime const time(y, mo, d, h, mi, s, dst);
+                EXPECT_EQ(time.GetTime(), std::mktime(&fields)) << tz << ' ' << y << ' ' << mo << ' ' << d;
+                EXPECT_EQ(std::tuple(time.GetYear(), time.GetMonth(), time.GetDay(), time.GetDayOfWeek()),
+                          std::tuple(fields.tm_year + 1900, fields.tm_mon + 1, fields.tm_mday, fields.tm_wday + 1));
+                EXPECT_EQ(std::tuple(time.GetHour(), time.GetMinute(), time.GetSecond()),
+                          std::tuple(fields.tm_hour, fields.tm_min, fields.tm_sec));
+            }
     }
 }
 
@@ -62,21 +51,6 @@ TEST(Time, StopsAtTheEnds)
     EXPECT_EQ(first - CTimeSpan(1), first);
     EXPECT_EQ((last - first).GetTotalSeconds(), INT32_MAX);
     EXPECT_EQ(CTimeSpan(std::numeric_limits<long>::max(), most, most, most).GetTotalSeconds(), INT32_MAX);
-    EXPECT_EQ((last.GetYear()), 2038);
-    EXPECT_EQ(first.GetYear(), 1901);
-}
-
-TEST(Time, TellsTheFieldsOfTheLocalClock)
-{
-    ZoneScope const zone("America/St_Johns");
-    CTime const time(1969, 12, 31, 23, 58, 59);
-    EXPECT_EQ(time.GetYear(), 1969);
-    EXPECT_EQ(time.GetMonth(), 12);
-    EXPECT_EQ(time.GetDay(), 31);
-    EXPECT_EQ(time.GetHour(), 23);
-    EXPECT_EQ(time.GetMinute(), 58);
-    EXPECT_EQ(time.GetSecond(), 59);
-    EXPECT_EQ(time.GetDayOfWeek(), 4);
 }
 
 TEST(Time, FormatsInTheMannerOfStrftime)
@@ -84,17 +58,12 @@ TEST(Time, FormatsInTheMannerOfStrftime)
     ASSERT_STREQ(std::setlocale(LC_TIME, "C"), "C");
     ZoneScope const zone("Asia/Kathmandu");
     CTime const time(2004, 12, 30, 14, 5, 9);
-    struct
-    {
-        char const * format;
-        char const * text;
-    } const cases[] = {{"%H:%M %d/%m/%y", "14:05 30/12/04"},
-                       {"%a, %d %b, %Y", "Thu, 30 Dec, 2004"},
-                       {"%S|%j|%U|%z|%%", "09|365|52|+0545|%"},
-                       {"", ""},
-                       {" ", " "},
-                       {nullptr, ""}};
-    for (auto const & each : cases) EXPECT_STREQ(time.Format(each.format), each.text);
+    std::pair<char const *, char const *> const cases[] = {{"%H:%M %d/%m/%y", "14:05 30/12/04"},
+                                                           {"%a, %d %b, %Y", "Thu, 30 Dec, 2004"},
+                                                           {"%S|%j|%U|%z|%%", "09|365|52|+0545|%"},
+                                                           {" ", " "},
+                                                           {nullptr, ""}};
+    for (auto const & [format, text] : cases) EXPECT_STREQ(time.Format(format), text);
     EXPECT_EQ(time.Format("%5000Y").GetLength(), 5000);
     EXPECT_TRUE(time.Format("%2000000000Y").IsEmpty());
 }
@@ -116,9 +85,7 @@ TEST(TimeSpan, SplitsTowardZero)
         EXPECT_EQ(each.GetTotalSeconds(), sign * 93784);
         EXPECT_EQ(each.GetTotalMinutes(), sign * 1563);
         EXPECT_EQ(each.GetTotalHours(), sign * 26);
-        EXPECT_EQ(each.GetDays(), sign);
-        EXPECT_EQ(each.GetHours(), sign * 2);
-        EXPECT_EQ(each.GetMinutes(), sign * 3);
-        EXPECT_EQ(each.GetSeconds(), sign * 4);
+        EXPECT_EQ(std::tuple(each.GetDays(), each.GetHours(), each.GetMinutes(), each.GetSeconds()),
+                  std::tuple(sign, sign * 2, sign * 3, sign * 4));
     }
 }

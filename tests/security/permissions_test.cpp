@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "model/task.h"
+#include "security/role.h"
 #include "security/user.h"
 
 namespace
@@ -64,13 +65,14 @@ struct Scene
 
 using P = CPermissions;
 using U = CUser;
+using Getter = CAccessType const & (P::*)() const;
 
 // One right with all that reads or writes it.
 struct Right
 {
     char const * name;
     void (P::*set)(CAccessType const &);
-    CAccessType const & (P::*get)() const;
+    Getter get;
     // Asks the user and the user's permissions, who must agree.
     std::function<bool(Scene const &, Relation)> ask;
     bool supplierCounts;
@@ -78,7 +80,7 @@ struct Right
 };
 
 template <class Thing>
-Right right(char const * name, void (P::*set)(CAccessType const &), CAccessType const & (P::*get)() const,
+Right right(char const * name, void (P::*set)(CAccessType const &), Getter get,
             bool (P::*permits)(CUser const *, Thing) const, bool (U::*can)(Thing) const)
 {
     auto const ask = [=](Scene const & scene, Relation relation)
@@ -92,82 +94,64 @@ Right right(char const * name, void (P::*set)(CAccessType const &), CAccessType 
     return {name, set, get, ask, !std::is_same_v<Thing, CRole const *>, isTask};
 }
 
-std::vector<Right> const & rights()
-{
-    static std::vector<Right> const table = {
-        right("writeTasks", &P::setWriteTasks, &P::getWriteTasks, &P::canWriteTask, &U::canWriteTask),
-        right("readTasks", &P::setReadTasks, &P::getReadTasks, &P::canReadTask, &U::canReadTask),
-        right("writeTaskCosts", &P::setWriteTaskCosts, &P::getWriteTaskCosts, &P::canWriteTaskCost,
-              &U::canWriteTaskCost),
-        right("readTaskCosts", &P::setReadTaskCosts, &P::getReadTaskCosts, &P::canReadTaskCost, &U::canReadTaskCost),
-        right("writeTaskResources", &P::setWriteTaskResources, &P::getWriteTaskResources, &P::canWriteTaskResources,
-              &U::canWriteTaskResource),
-        right("readTaskResources", &P::setReadTaskResources, &P::getReadTaskResources, &P::canReadTaskResources,
-              &U::canReadTaskResource),
-        right("writeTaskRisks", &P::setWriteTaskRisks, &P::getWriteTaskRisks, &P::canWriteTaskRisks,
-              &U::canWriteTaskRisk),
-        right("readTaskRisks", &P::setReadTaskRisks, &P::getReadTaskRisks, &P::canReadTaskRisks, &U::canReadTaskRisk),
-        right("writeTaskRiskCosts", &P::setWriteTaskRiskCosts, &P::getWriteTaskRiskCosts, &P::canWriteTaskRiskCosts,
-              &U::canWriteTaskRiskCost),
-        right("readTaskRiskCosts", &P::setReadTaskRiskCosts, &P::getReadTaskRiskCosts, &P::canReadTaskRiskCosts,
-              &U::canReadTaskRiskCost),
-        right("writeTaskReports", &P::setWriteTaskReports, &P::getWriteTaskReports, &P::canWriteTaskReports,
-              &U::canWriteTaskReport),
-        right("readTaskReports", &P::setReadTaskReports, &P::getReadTaskReports, &P::canReadTaskReports,
-              &U::canReadTaskReport),
-        right("writeTaskReportCosts", &P::setWriteTaskReportCosts, &P::getWriteTaskReportCosts,
-              &P::canWriteTaskReportCosts, &U::canWriteTaskReportCost),
-        right("readTaskReportCosts", &P::setReadTaskReportCosts, &P::getReadTaskReportCosts, &P::canReadTaskReportCosts,
-              &U::canReadTaskReportCost),
-        right("writeResources", &P::setWriteResource, &P::getWriteResource, &P::canWriteResource, &U::canWriteResource),
-        right("readResources", &P::setReadResource, &P::getReadResource, &P::canReadResource, &U::canReadResource),
-        right("writeResourceCosts", &P::setWriteResourceCost, &P::getWriteResourceCost, &P::canWriteResourceCost,
-              &U::canWriteResourceCost),
-        right("readResourceCosts", &P::setReadResourceCost, &P::getReadResourceCost, &P::canReadResourceCost,
-              &U::canReadResourceCost),
-        right("writeUsers", &P::setWriteUsers, &P::getWriteUsers, &P::canWriteUser, &U::canWriteUser),
-        right("writeRoles", &P::setWriteRoles, &P::getWriteRoles, &P::canWriteRole, &U::canWriteRole),
-    };
-    return table;
-}
+std::vector<Right> const rights = {
+    right("writeTasks", &P::setWriteTasks, &P::getWriteTasks, &P::canWriteTask, &U::canWriteTask),
+    right("readTasks", &P::setReadTasks, &P::getReadTasks, &P::canReadTask, &U::canReadTask),
+    right("writeTaskCosts", &P::setWriteTaskCosts, &P::getWriteTaskCosts, &P::canWriteTaskCost, &U::canWriteTaskCost),
+    right("readTaskCosts", &P::setReadTaskCosts, &P::getReadTaskCosts, &P::canReadTaskCost, &U::canReadTaskCost),
+    right("writeTaskResources", &P::setWriteTaskResources, &P::getWriteTaskResources, &P::canWriteTaskResources,
+          &U::canWriteTaskResource),
+    right("readTaskResources", &P::setReadTaskResources, &P::getReadTaskResources, &P::canReadTaskResources,
+          &U::canReadTaskResource),
+    right("writeTaskRisks", &P::setWriteTaskRisks, &P::getWriteTaskRisks, &P::canWriteTaskRisks, &U::canWriteTaskRisk),
+    right("readTaskRisks", &P::setReadTaskRisks, &P::getReadTaskRisks, &P::canReadTaskRisks, &U::canReadTaskRisk),
+    right("writeTaskRiskCosts", &P::setWriteTaskRiskCosts, &P::getWriteTaskRiskCosts, &P::canWriteTaskRiskCosts,
+          &U::canWriteTaskRiskCost),
+    right("readTaskRiskCosts", &P::setReadTaskRiskCosts, &P::getReadTaskRiskCosts, &P::canReadTaskRiskCosts,
+          &U::canReadTaskRiskCost),
+    right("writeTaskReports", &P::setWriteTaskReports, &P::getWriteTaskReports, &P::canWriteTaskReports,
+          &U::canWriteTaskReport),
+    right("readTaskReports", &P::setReadTaskReports, &P::getReadTaskReports, &P::canReadTaskReports,
+          &U::canReadTaskReport),
+    right("writeTaskReportCosts", &P::setWriteTaskReportCosts, &P::getWriteTaskReportCosts, &P::canWriteTaskReportCosts,
+          &U::canWriteTaskReportCost),
+    right("readTaskReportCosts", &P::setReadTaskReportCosts, &P::getReadTaskReportCosts, &P::canReadTaskReportCosts,
+          &U::canReadTaskReportCost),
+    right("writeResources", &P::setWriteResource, &P::getWriteResource, &P::canWriteResource, &U::canWriteResource),
+    right("readResources", &P::setReadResource, &P::getReadResource, &P::canReadResource, &U::canReadResource),
+    right("writeResourceCosts", &P::setWriteResourceCost, &P::getWriteResourceCost, &P::canWriteResourceCost,
+          &U::canWriteResourceCost),
+    right("readResourceCosts", &P::setReadResourceCost, &P::getReadResourceCost, &P::canReadResourceCost,
+          &U::canReadResourceCost),
+    right("writeUsers", &P::setWriteUsers, &P::getWriteUsers, &P::canWriteUser, &U::canWriteUser),
+    right("writeRoles", &P::setWriteRoles, &P::getWriteRoles, &P::canWriteRole, &U::canWriteRole),
+};
 
-TEST(PermissionsTest, EachRightHasItsOwnDoors)
+TEST(PermissionsTest, EachRightHasItsOwnDoorsWhichTheRelationOpens)
 {
-    for (Right const & granted : rights())
-    {
-        CPermissions permissions;
-        EXPECT_FALSE(permissions.setChanged());
-        (permissions.*granted.set)(access(all));
-        EXPECT_TRUE(permissions.setChanged());
-        EXPECT_FALSE(permissions == CPermissions());
-        Scene scene;
-        scene.user.setPermissions(permissions);
-        for (Right const & asked : rights())
-        {
-            SCOPED_TRACE(CString(granted.name) + " granted, asked for " + asked.name);
-            EXPECT_EQ((permissions.*asked.get)().getEquivalentValue(), &granted == &asked ? all : none);
-            EXPECT_EQ(asked.ask(scene, stranger), &granted == &asked);
-        }
-    }
-}
-
-TEST(PermissionsTest, TheRelationDecides)
-{
-    for (Right const & right : rights())
+    for (Right const & granted : rights)
         for (int value = all; value <= none; ++value)
         {
-            SCOPED_TRACE(testing::Message() << right.name << " at " << value);
-            CPermissions permissions;
-            (permissions.*right.set)(access(value));
             Scene scene;
+            CPermissions permissions;
+            EXPECT_FALSE(permissions.setChanged());
+            (permissions.*granted.set)(access(value));
+            EXPECT_TRUE(permissions.setChanged());
+            EXPECT_EQ(permissions == CPermissions(), value == none);
             scene.user.setPermissions(permissions);
-            bool const forSupplier = right.supplierCounts && (value == supplier || value == either);
-            bool const forCustomer = right.customerCounts && (value == customer || value == either);
-            EXPECT_EQ(right.ask(scene, supplies), value == all || forSupplier);
-            EXPECT_EQ(right.ask(scene, buys), value == all || forCustomer);
-            EXPECT_EQ(right.ask(scene, stranger), value == all);
+            for (Right const & asked : rights)
+            {
+                SCOPED_TRACE(CString(granted.name) + " granted, asked for " + asked.name);
+                int const right = &granted == &asked ? value : none;
+                bool const forSupplier = asked.supplierCounts && (right == supplier || right == either);
+                bool const forCustomer = asked.customerCounts && (right == customer || right == either);
+                EXPECT_EQ((permissions.*asked.get)().getEquivalentValue(), right);
+                EXPECT_EQ(asked.ask(scene, supplies), right == all || forSupplier);
+                EXPECT_EQ(asked.ask(scene, buys), right == all || forCustomer);
+                EXPECT_EQ(asked.ask(scene, stranger), right == all);
+            }
             scene.user.setCompanyID(CCompanyID::getNULL());
-            for (Relation const relation : relations) EXPECT_EQ(right.ask(scene, relation), value == all);
+            for (Relation const relation : relations) EXPECT_EQ(granted.ask(scene, relation), value == all);
         }
 }
 
@@ -182,46 +166,32 @@ TEST(PermissionsTest, WhatIsMissingHasNoRelation)
     chain.setCustomerID(customers);
     CTask forNobody;
     forNobody.setSupplyChain(chain);
-    EXPECT_FALSE(P::isSupplierOfTask(&nobody, &forNobody) || P::isCustomerOfTask(&nobody, &forNobody));
-    EXPECT_FALSE(P::isSupplierOfTask(nullptr, &scene.tasks[supplies]) || P::isSupplierOfTask(&scene.user, nullptr));
-    EXPECT_FALSE(P::isCustomerOfTask(nullptr, &scene.tasks[buys]) || P::isCustomerOfTask(&scene.user, nullptr));
-    EXPECT_FALSE(P::isSupplierOfResource(&nobody, nobody.getCompanyID()));
+    for (auto const & [user, task] : {std::pair<P::User, P::Task>{&nobody, &forNobody},
+                                      {nullptr, &scene.tasks[supplies]},
+                                      {nullptr, &scene.tasks[buys]},
+                                      {&scene.user, nullptr}})
+        EXPECT_FALSE(P::isSupplierOfTask(user, task) || P::isCustomerOfTask(user, task));
+    EXPECT_FALSE(P::isSupplierOfResource(&nobody, CCompanyID::getNULL()));
     EXPECT_FALSE(P::isSupplierOfResource(nullptr, scene.ours));
     EXPECT_FALSE(P::isSupplierOfUser(&nobody, &nobody) || P::isSupplierOfUser(&scene.user, nullptr));
     CPermissions permissions;
     permissions.setWriteTasks(access(all));
     EXPECT_TRUE(permissions.canWriteTask(nullptr, nullptr));
-    permissions.setWriteTasks(access(either));
-    EXPECT_FALSE(permissions.canWriteTask(nullptr, nullptr));
 }
 
 TEST(PermissionsTest, GreaterIsWhatGrantsSomethingMore)
 {
-    // Rows are this value from 1 to 5, columns the other.
-    char const * const greater[] = {"01111", "00101", "01001", "01101", "00000"};
-    for (Right const & right : rights())
-        for (int mine = all; mine <= none; ++mine)
-            for (int other = all; other <= none; ++other)
-            {
-                SCOPED_TRACE(right.name);
-                CPermissions a, b;
-                (a.*right.set)(access(mine));
-                (b.*right.set)(access(other));
-                EXPECT_EQ(a > b, greater[mine - 1][other - 1] == '1') << mine << " > " << other;
-            }
+    for (Right const & right : rights)
+    {
+        CPermissions nothing, some, other;
+        (some.*right.set)(access(supplier));
+        (other.*right.set)(access(customer));
+        EXPECT_TRUE(some > nothing && some > other && other > some) << right.name;
+        EXPECT_FALSE(nothing > some || some > some) << right.name;
+    }
 }
-
-// ---- inheritance ------------------------------------------------------------------------------------
 
 using Figures = std::map<std::string, int>;
-
-CPermissions permissionsOf(Figures const & figures)
-{
-    CPermissions permissions;
-    for (Right const & right : rights())
-        if (figures.contains(right.name)) (permissions.*right.set)(access(figures.at(right.name)));
-    return permissions;
-}
 
 // The rule as a reader would apply it by hand. What a value grants is a set of relations.
 Figures inheritedByHand(Figures figures)
@@ -251,11 +221,9 @@ Figures inheritedByHand(Figures figures)
     std::vector<std::string> below;
     for (std::string word; words >> word;)
     {
-        if (word != "under")
-        {
-            below.push_back(word);
-            continue;
-        }
+        below.push_back(word);
+        if (word != "under") continue;
+        below.pop_back();
         words >> word;
         int const limit = figures.at(word);
         for (std::string const & name : below)
@@ -272,39 +240,45 @@ TEST(PermissionsTest, InheritanceFollowsTheOrder)
     for (int round = 0; round < 2000; ++round)
     {
         Figures figures;
-        for (Right const & right : rights()) figures[right.name] = static_cast<int>(random() % 5) + 1;
+        CPermissions permissions;
+        for (Right const & right : rights)
+            (permissions.*right.set)(access(figures[right.name] = static_cast<int>(random() % 5) + 1));
         Figures const expected = inheritedByHand(figures);
-        CPermissions permissions = permissionsOf(figures);
         permissions.makeSubPermissionsInheritFromParent();
-        for (Right const & right : rights())
+        for (Right const & right : rights)
             ASSERT_EQ((permissions.*right.get)().getEquivalentValue(), expected.at(right.name))
                 << right.name << " in round " << round << " of seed " << seed;
     }
 }
 
-TEST(PermissionsTest, InheritanceCutsToTheParent)
+TEST(PermissionsTest, DefaultRolesAreFixed)
 {
+    auto const figures = [](CRole const & role)
+    {
+        std::string text;
+        for (Right const & right : rights)
+            text += static_cast<char>('0' + (role.getPermissions().*right.get)().getEquivalentValue());
+        return text;
+    };
     struct
     {
-        Figures given;
-        CAccessType const & (CPermissions::*get)() const;
-        int expected;
+        void (CRole::*become)();
+        char const *name, *id, *figures;
     } const cases[] = {
-        {{{"writeTaskCosts", all}}, &P::getWriteTaskCosts, none},
-        {{{"writeTasks", supplier}, {"readTasks", customer}}, &P::getWriteTasks, customer},
-        {{{"writeTasks", all}, {"readTasks", either}}, &P::getWriteTasks, either},
-        {{{"writeTasks", supplier}, {"readTasks", all}}, &P::getWriteTasks, supplier},
-        {{{"writeResourceCosts", all}, {"writeResources", all}, {"readResources", all}},
-         &P::getWriteResourceCost,
-         none},
-        {{{"writeUsers", all}}, &P::getWriteUsers, all},
-        {{{"writeRoles", either}}, &P::getWriteRoles, either},
+        {&CRole::setToDefaultAdministratorRole, "Administrator", "4a728648a92a7148b2c5225c80b91a77",
+         "11111111111111111111"},
+        {&CRole::setToDefaultUserRole, "User", "bdcc82f4c6d2714a938e7cbe78426ecf", "21222121222122212225"},
+        {&CRole::setToDefaultGuestRole, "Guest", "fdbd6121365ee64781859d4a60cf4ff0", "51555151555155515555"},
     };
+    CRole role;
+    EXPECT_EQ(role.getName(), "New Role");
     for (auto const & each : cases)
     {
-        CPermissions permissions = permissionsOf(each.given);
-        permissions.makeSubPermissionsInheritFromParent();
-        EXPECT_EQ((permissions.*each.get)().getEquivalentValue(), each.expected) << each.given.begin()->first;
+        (role.*each.become)();
+        EXPECT_EQ(role.getName(), each.name);
+        EXPECT_EQ(role.getID().toString(), each.id);
+        role.makeSubPermissionsInheritFromParentPermissions();  // leaves them as they are
+        EXPECT_EQ(figures(role), each.figures) << each.name;
     }
 }
 

@@ -20,21 +20,17 @@ CProjectDuration notValid()
 
 TEST(Duration, IsWholeMinutesCutTowardZero)
 {
-    struct
+    std::pair<long, long> const cases[] = {{90, 60},
+                                           {-90, -60},
+                                           {59, 0},
+                                           {-59, 0},
+                                           {INT32_MAX, 2147483640},
+                                           {std::numeric_limits<long>::max(), 2147483640},
+                                           {std::numeric_limits<long>::min(), -2147483640}};
+    for (auto const & [given, seconds] : cases)
     {
-        long given;
-        long seconds;
-    } const cases[] = {{90, 60},
-                       {-90, -60},
-                       {59, 0},
-                       {-59, 0},
-                       {INT32_MAX, 2147483640},
-                       {std::numeric_limits<long>::max(), 2147483640},
-                       {std::numeric_limits<long>::min(), -2147483640}};
-    for (auto const & each : cases)
-    {
-        CProjectDuration const duration(each.given);
-        EXPECT_EQ(duration.GetTotalSeconds(), each.seconds) << each.given;
+        CProjectDuration const duration(given);
+        EXPECT_EQ(duration.GetTotalSeconds(), seconds) << given;
         EXPECT_TRUE(duration.isValid() && !duration.getChanged());
     }
     EXPECT_EQ(CProjectDuration(-1, -30).GetTotalSeconds(), -5400);
