@@ -5,10 +5,13 @@
 namespace orvane
 {
 
-// An array that a record owns and that exists only while it holds something: null for a leaf. A copy is
-// deep, and is null when the source is empty. Two are equal when both are null, or neither and their
-// arrays are equal. Records that hold one need no copy operations of their own.
-template <class Array>
+// Whether an array that became empty lives on in a copy of its record.
+enum class Empty { goes, stays };
+
+// An array that a record owns and that exists only once it holds something: null for a leaf. A copy is
+// deep, and is null when the source is null or, unless it stays, empty. Two are equal when both are null,
+// or neither and their arrays are equal. Records that hold one need no copy operations of their own.
+template <class Array, Empty empty = Empty::goes>
 class CSubItems
 {
 public:
@@ -35,9 +38,9 @@ public:
     // Turns an empty array into none; whether it did.
     bool deleteIfEmpty()
     {
-        bool const empty = items && items->IsEmpty();
-        if (empty) items.reset();
-        return empty;
+        bool const drops = items && items->IsEmpty();
+        if (drops) items.reset();
+        return drops;
     }
 
     bool setChanged() { return items && items->setChanged(); }
@@ -55,7 +58,8 @@ public:
 private:
     static std::unique_ptr<Array> copyOf(CSubItems const & other)
     {
-        return other.items && !other.items->IsEmpty() ? std::make_unique<Array>(*other.items) : nullptr;
+        bool const lives = other.items && (empty == Empty::stays || !other.items->IsEmpty());
+        return lives ? std::make_unique<Array>(*other.items) : nullptr;
     }
 
     std::unique_ptr<Array> items;

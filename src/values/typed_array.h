@@ -133,8 +133,21 @@ class CIdentifiedArray : public CTypedArray<Self, Element, key>
     using Base = CTypedArray<Self, Element, key>;
 
 public:
-    // The position of an element with that identifier, or -1.
-    int findByID(typename Base::Key const & id) const { return this->findByKey(id); }
+    // The position of an element with that identifier, or -1. A few are looked through sooner than sorted, unless
+    // the identifier turns up twice.
+    int findByID(typename Base::Key const & id) const
+    {
+        constexpr int few = 8;
+        if (this->GetSize() > few) return this->findByKey(id);
+        int found = -1;
+        for (int position = 0; position < this->GetSize(); ++position)
+        {
+            if (!(Base::keyOf(this->GetAt(position)) == id)) continue;
+            if (found >= 0) return this->findByKey(id);
+            found = position;
+        }
+        return found;
+    }
     // Assigns over the element with the same identifier; false when there is none.
     bool changeElement(Element const & element) { return this->changeByKey(element); }
 };

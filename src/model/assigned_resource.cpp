@@ -1,0 +1,60 @@
+#include "model/assigned_resource.h"
+
+#include "values/record_impl.h"
+
+template <class Visit>
+void CAssignedResource::describe(Visit && visit)
+{
+    visit("ID", &CAssignedResource::id);
+    visit("resourceID", &CAssignedResource::resourceID);
+    visit("assignedAmount", &CAssignedResource::percentageAssigned);
+    visit("displayAsPercent", &CAssignedResource::displayAsPercent);
+    visit("resourceProfileType", &CAssignedResource::resourceProfileType);
+    visit("transform", &CAssignedResource::transform);
+}
+
+template class orvane::CRecord<CAssignedResource>;
+
+CAssignedResource::CAssignedResource()
+{
+    ++s_created;
+}
+
+CAssignedResource::CAssignedResource(CAssignedResourceID const & id, CResourceID const & resourceID, int percentageAssigned)
+    : id(id), resourceID(resourceID), percentageAssigned(percentageAssigned)
+{
+    ++s_created;
+}
+
+CAssignedResource::CAssignedResource(CAssignedResource const & other)
+    : CRecord(other),
+      id(other.id),
+      resourceID(other.resourceID),
+      percentageAssigned(other.percentageAssigned),
+      displayAsPercent(other.displayAsPercent),
+      resourceProfileType(other.resourceProfileType),
+      transform(other.transform)
+{
+    ++s_created;
+}
+
+CAssignedResource::~CAssignedResource()
+{
+    ++s_deleted;
+}
+
+int CAssignedResourceArray::findByID(CAssignedResourceID const & id) const
+{
+    for (int position = 0; position < GetSize(); ++position)
+        if (GetAt(position).getID() == id) return position;
+    return -1;
+}
+
+bool CAssignedResourceArray::changeElement(CAssignedResource const & element)
+{
+    int const position = findByID(element.getID());
+    if (position < 0) return false;
+    SetAt(position, element);
+    mutating();
+    return true;
+}

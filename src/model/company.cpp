@@ -1,0 +1,92 @@
+#include "model/company.h"
+
+#include "values/record_impl.h"
+
+template <class Visit>
+void CCompany::describe(Visit && visit)
+{
+    visit("ID", &CCompany::id);
+    visit("name", &CCompany::name);
+    visit("type", &CCompany::type);
+    visit("address", &CCompany::address);
+    visit("telephoneNumber", &CCompany::telephoneNumber);
+    visit("faxNumber", &CCompany::faxNumber);
+    visit("emailAddress", &CCompany::emailAddress);
+    visit("calendar", &CCompany::calendar);
+    visit("equipmentResources", &CCompany::equipmentResources);
+    visit("humanResources", &CCompany::humanResources);
+    visit("locationResources", &CCompany::locationResources);
+    visit("materialResources", &CCompany::materialResources);
+    visit("color", &CCompany::color);
+}
+
+template class orvane::CRecord<CCompany>;
+
+CCompany::CCompany(CString const & name, CCompanyType const & type, CString const & address,
+                   CString const & telephoneNumber, CString const & faxNumber, CString const & emailAddress)
+    : name(name),
+      type(type),
+      address(address),
+      telephoneNumber(telephoneNumber),
+      faxNumber(faxNumber),
+      emailAddress(emailAddress)
+{
+}
+
+CCompany & CCompany::operator=(CCompany const & other)
+{
+    describe([&](char const *, auto field) { this->*field = other.*field; });
+    changed = other.changed;
+    orvane::CResourceStructure::changes();
+    return *this;
+}
+
+void CCompany::setID(CCompanyID const & value)
+{
+    id = value;
+    orvane::CResourceStructure::changes();
+}
+
+void CCompany::setCalendar(CCalendar const & value)
+{
+    calendar = value;
+    orvane::CResourceStructure::changes();
+}
+
+void CCompany::copyFromMasterCalendar()
+{
+    calendar.copyFromMasterCalendar();
+}
+
+int CCompany::getTotalNumberOfResources() const
+{
+    int total = 0;
+    forEachKind([&](auto const & resources) { total += resources.GetSize(); });
+    return total;
+}
+
+template <class Array>
+int CCompany::useRatePerDay(Array const & resources)
+{
+    std::int64_t sum = 0;
+    for (auto const & each : resources) sum += each.getUseRatePerDay();
+    return orvane::saturate<std::int32_t>(sum);
+}
+
+void CCompany::setProject(CProject * project)
+{
+    calendar.setProject(project);
+    forEachKind([&](auto & resources) {
+        for (int each = 0; each < resources.GetSize(); ++each) resources.elementForPass(each).setProject(project);
+    });
+}
+
+void CCompany::postSerialize(CProject * project)
+{
+    setProject(project);
+    if (!project) return;
+    calendar.postSerialize(project);
+    forEachKind([&](auto & resources) {
+        for (int each = 0; each < resources.GetSize(); ++each) resources.elementForPass(each).postSerialize(project);
+    });
+}

@@ -1,0 +1,23 @@
+#include "model/resources.h"
+
+#include "model/resource_impl.h"
+
+template <class Visit>
+void CMaterialResource::describeOwn(Visit && visit)
+{
+    visit("usedOn", &CMaterialResource::usedOn);
+    visit("useRatePerDay", &CMaterialResource::useRatePerDay);
+    visit("subResources", &CMaterialResource::subResources);
+}
+
+CMaterialResource::CMaterialResource() : usedOn(CProjectDate::GetCurrentDate() + CProjectTimeOfDay(0, 0))
+{
+}
+
+template class orvane::CResourceKind<CEquipmentResource, CEquipmentResourceArray>;
+template class orvane::CResourceKind<CHumanResource, CHumanResourceArray>;
+template class orvane::CResourceKind<CLocationResource, CLocationResourceArray>;
+template class orvane::CResourceKind<CMaterialResource, CMaterialResourceArray>;
+template class orvane::CWorkingResource<CEquipmentResource, CEquipmentResourceArray>;
+template class orvane::CWorkingResource<CHumanResource, CHumanResourceArray>;
+template class orvane::CWorkingResource<CLocationResource, CLocationResourceArray>;
