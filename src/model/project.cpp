@@ -1,26 +1,9 @@
 #include "model/project.h"
 
 #include "config/project_config.h"
+#include "model/array_access.h"
 #include "platform/document.h"
 #include "platform/registered_name.h"
-
-namespace
-{
-
-// The element at the index, or null outside the array.
-template <class Array>
-auto elementAt(Array const & array, int index) -> decltype(&array.GetAt(0))
-{
-    return index >= 0 && index < array.GetSize() ? &array.GetAt(index) : nullptr;
-}
-
-template <class Array, class ID>
-auto elementOf(Array const & array, ID const & id) -> decltype(&array.GetAt(0))
-{
-    return id.isNULL() ? nullptr : elementAt(array, array.findByID(id));
-}
-
-}  // namespace
 
 // ---- life -----------------------------------------------------------------------------------------
 
@@ -75,12 +58,18 @@ void CProject::postSerialize()
         projectData.setupDefaultRoles();
         projectData.setupDefaultUser();
     }
+    validateRiskPresentations();
+    validateResourcePresentations();
     projectData.calendar.setProject(this);
+    CCompanyArray & companies = projectData.companies;
+    for (int each = 0; each < companies.GetSize(); ++each) companies.elementForPass(each).postSerialize(this);
     validateTaskPresentations();
     CTaskArray & tasks = projectData.tasks;
     for (int each = 0; each < tasks.GetSize(); ++each) tasks.elementForPass(each).postSerialize(this);
     CUserArray & users = projectData.users;
     for (int each = 0; each < users.GetSize(); ++each) users.elementForPass(each).postSerialize(this);
+    CFilterArray & filters = projectData.filters;
+    for (int each = 0; each < filters.GetSize(); ++each) filters.elementForPass(each).setProject(this);
     projectData.setChanged();
     presentationData.setChanged();
     updateCriticalPath();
@@ -131,22 +120,22 @@ CRole const * CProject::getCurrentRole() const
 
 CUser const * CProject::getUser(int index) const
 {
-    return elementAt(projectData.users, index);
+    return orvane::elementAt(projectData.users, index);
 }
 
 CUser const * CProject::getUser(CUserID const & id) const
 {
-    return elementOf(projectData.users, id);
+    return orvane::elementOf(projectData.users, id);
 }
 
 CRole const * CProject::getRole(int index) const
 {
-    return elementAt(projectData.roles, index);
+    return orvane::elementAt(projectData.roles, index);
 }
 
 CRole const * CProject::getRole(CRoleID const & id) const
 {
-    return elementOf(projectData.roles, id);
+    return orvane::elementOf(projectData.roles, id);
 }
 
 bool CProject::hasUsers(CCompanyID const & id) const
@@ -161,7 +150,7 @@ bool CProject::hasUsers(CCompanyID const & id) const
 
 CTask const * CProject::getTask(int index) const
 {
-    return elementAt(projectData.tasks, index);
+    return orvane::elementAt(projectData.tasks, index);
 }
 
 CTask const * CProject::getTask(CTaskID const & id) const
@@ -175,6 +164,26 @@ CTask const * CProject::getTask(CLinkID const & id) const
 }
 
 CTask const * CProject::getTask(CSupplyChainID const & id) const
+{
+    return id.isNULL() ? nullptr : projectData.tasks.findTask(id);
+}
+
+CTask const * CProject::getTask(CAssignedResourceID const & id) const
+{
+    return projectData.tasks.findTask(id);
+}
+
+CTask const * CProject::getTask(CAssignedRiskID const & id) const
+{
+    return projectData.tasks.findTask(id);
+}
+
+CTask const * CProject::getTask(CTaskReportID const & id) const
+{
+    return id.isNULL() ? nullptr : projectData.tasks.findTask(id);
+}
+
+CTask const * CProject::getTask(CCostID const & id) const
 {
     return id.isNULL() ? nullptr : projectData.tasks.findTask(id);
 }
@@ -200,57 +209,4 @@ void CProject::clearUnusedTaskCategory(CTaskCategoryID const & id)
 {
     int const position = projectData.taskCategories.findByID(id);
     if (position >= 0 && !isTaskCategoryUsed(projectData.tasks, id)) projectData.taskCategories.RemoveAt(position);
-}
-
-// ---- calendars ------------------------------------------------------------------------------------
-
-CCalendar const & CProject::getCalendarInUse(CCalendarID const &) const
-{
-    // Only the project calendar exists so far: whatever the identifier names, it rules.
-    return projectData.calendar;
-}
-
-CCalendar const & CProject::getActualCalendar(CCalendarID const &) const
-{
-    return projectData.calendar;
-}
-
-// ---- state of the views ---------------------------------------------------------------------------
-
-bool CProject::getTaskPresentation(CTaskID const & id, CTaskPresentation & presentation) const
-{
-    return presentationData.getTaskPresentation(id, presentation);
-}
-
-bool CProject::isTaskHidden(CTaskID const & id) const
-{
-    for (CTask const * parent = getTaskParent(id); parent; parent = getTaskParent(*parent))
-    {
-        CTaskPresentation presentation;
-        if (getTaskPresentation(parent->getID(), presentation) && !presentation.getShowChildren().getValue()) return true;
-    }
-    return false;
-}
-
-namespace
-{
-
-void keepPresentations(CTaskArray const & tasks, CPresentationData const & from, CTaskPresentationMap & to)
-{
-    for (CTask const & task : tasks)
-    {
-        CTaskPresentation presentation;
-        from.getTaskPresentation(task.getID(), presentation);
-        to.SetAt(task.getID(), presentation);
-        if (task.getSubTasks()) keepPresentations(*task.getSubTasks(), from, to);
-    }
-}
-
-}  // namespace
-
-void CProject::validateTaskPresentations()
-{
-    CTaskPresentationMap kept;
-    keepPresentations(projectData.tasks, presentationData, kept);
-    presentationData.setTaskPresentations(kept);
 }

@@ -2,6 +2,7 @@
 
 #include "model/connection_credentials.h"
 #include "model/project_data.h"
+#include "model/resource_index.h"
 #include "schedule/critical_path_cached_data.h"
 #include "view/presentation_data.h"
 
@@ -80,6 +81,11 @@ public:
     CTask const * getTask(CTaskID const & id) const;
     CTask const * getTask(CLinkID const & id) const;
     CTask const * getTask(CSupplyChainID const & id) const;
+    CTask const * getTask(CAssignedResourceID const & id) const;
+    CTask const * getTask(CAssignedRiskID const & id) const;
+    CTask const * getTask(CTaskReportID const & id) const;
+    // Among the tasks' own costs.
+    CTask const * getTask(CCostID const & id) const;
     // By the last derived pass; null for a root task.
     CTask const * getTaskParent(CTaskID const & id) const;
     CTask const * getTaskParent(CTask const & task) const { return task.getParentOfLastPass(); }
@@ -103,6 +109,101 @@ public:
     // The calendar of that identifier itself, in use or not.
     CCalendar const & getActualCalendar(CCalendarID const & id) const;
 
+    // The own calendar of the resource that is assigned; null for a material, which has none.
+    CCalendar const * getResourceCalendarFromAssignedResourceID(CAssignedResourceID const & id) const;
+
+    // Companies and their resources. A resource is found at any depth; where its kind is not known, equipment is
+    // tried before people, places and materials.
+    int getNumberOfCompanies() const { return projectData.companies.GetSize(); }
+    CCompanyArray const & getAllCompanies() const { return projectData.companies; }
+    CCompany const * getCompany(int index) const;
+    CCompany const * getCompany(CCompanyID const & id) const;
+    CResourceBase const * getResource(CResourceID const & id) const;
+    CResourceType getResourceType(CResourceID const & id) const;
+    CEquipmentResource const * getEquipmentResource(CResourceID const & id) const;
+    CHumanResource const * getHumanResource(CResourceID const & id) const;
+    CLocationResource const * getLocationResource(CResourceID const & id) const;
+    CMaterialResource const * getMaterialResource(CResourceID const & id) const;
+    // Also hand back the company under which the resource stands; null when there is none.
+    CEquipmentResource const * getEquipmentResource(CResourceID const & id, CCompany const *& company) const;
+    CHumanResource const * getHumanResource(CResourceID const & id, CCompany const *& company) const;
+    CLocationResource const * getLocationResource(CResourceID const & id, CCompany const *& company) const;
+    CMaterialResource const * getMaterialResource(CResourceID const & id, CCompany const *& company) const;
+    // The resource above; null for one directly under its company.
+    CEquipmentResource const * getEquipmentParent(CResourceID const & id) const;
+    CHumanResource const * getHumanParent(CResourceID const & id) const;
+    CLocationResource const * getLocationParent(CResourceID const & id) const;
+    CMaterialResource const * getMaterialParent(CResourceID const & id) const;
+    CCompany const * getParentCompany(CResourceID const & id) const;
+    CCompany const * getParentCompany(CEquipmentResource const & resource) const;
+    CCompany const * getParentCompany(CHumanResource const & resource) const;
+    CCompany const * getParentCompany(CLocationResource const & resource) const;
+    CCompany const * getParentCompany(CMaterialResource const & resource) const;
+    // The resource whose own costs hold that cost.
+    CResourceBase const * getResourceFromCost(CCostID const & id) const;
+    // Copies of the leaves of all companies.
+    CEquipmentResourceArray getAllEquipmentResources() const;
+    CHumanResourceArray getAllHumanResources() const;
+    CLocationResourceArray getAllLocationResources() const;
+    CMaterialResourceArray getAllMaterialResources() const;
+    // Replaces the array by copies of what the task is assigned directly under a company, and of no sub-resource.
+    void getEquipmentResources(CTask const & task, CEquipmentResourceArray & resources) const;
+    void getHumanResources(CTask const & task, CHumanResourceArray & resources) const;
+    void getLocationResources(CTask const & task, CLocationResourceArray & resources) const;
+    void getMaterialResources(CTask const & task, CMaterialResourceArray & resources) const;
+    // Adds copies of all tasks with an assignment of exactly this resource; whether there were any.
+    bool getTasksAssignedTo(CResourceID const & id, CTaskArray & tasks) const;
+    bool hasTasksAssignedTo(CResourceID const & id) const;
+    // Whether a task is assigned this resource or one below it.
+    bool isAssignedToTasks(CResourceID const & id) const;
+    bool hasResources(CCompanyID const & id) const;
+    bool hasResourcesThatAreAssignedToTasks(CCompanyID const & id) const;
+    // Adds the assignments whose identifier occurs more than once in the plan, children before their parent; whether
+    // there were any.
+    bool findDuplicateIDs(CAssignedResourceArray & duplicates) const;
+    // What bears that identifier among the resources; null when nothing does. Holds until the project changes.
+    orvane::CResourceIndex::Holders const * findResources(CResourceID const & id) const
+    {
+        return resourceIndex.find(projectData.companies, id);
+    }
+
+    // Money of the whole plan; see CTask::getTreeCosts and its kin.
+    double getTotalCosts(CCostTotalType const & totalType) const;
+    double getTotalEquipmentResourceCosts(CCostTotalType const & totalType) const;
+    double getTotalHumanResourceCosts(CCostTotalType const & totalType) const;
+    double getTotalLocationResourceCosts(CCostTotalType const & totalType) const;
+    double getTotalMaterialResourceCosts(CCostTotalType const & totalType) const;
+    double getTotalMitigatedRiskCosts() const;
+    double getTotalUnmitigatedRiskCosts() const;
+
+    // Filters; the selected one, null when none is, decides which tasks the views show.
+    int getNumberOfFilters() const { return projectData.filters.GetSize(); }
+    CFilterArray const & getAllFilters() const { return projectData.filters; }
+    CFilter const * getFilter(int index) const;
+    CFilter const * getFilter(CFilterID const & id) const;
+    CFilter const * getSelectedFilter() const { return getFilter(getSelectedFilterID()); }
+
+    // The register of risks.
+    int getNumberOfRisks() const { return projectData.risks.GetSize(); }
+    CRiskArray const & getAllRisks() const { return projectData.risks; }
+    // A copy of a top-level risk; one with a NULL identifier outside the register.
+    CRisk getRisk(int index) const;
+    // Copies the risk of that identifier, at any depth; without one the copy gets a NULL identifier.
+    bool getRisk(CRiskID const & id, CRisk & risk) const;
+    // The top-level risk of the tree in which a sub-risk stands; null for a top-level risk.
+    CRisk const * getRiskParent(CRiskID const & id) const;
+    CAssignedRisk const * getAssignedRisk(CAssignedRiskID const & id) const;
+    bool getAssignedRisk(CAssignedRisk & assigned, CAssignedRiskID const & id) const;
+    // Whether a task is assigned the risk or one below it, or reports on it.
+    bool isAssignedToTasks(CRiskID const & id) const;
+    // Replaces the array by copies of the leaf tasks that buffer risk and depend on the task.
+    void getDownstreamRiskBuffers(CTaskID const & id, CTaskArray & buffers) const;
+    bool doesAssignedRiskHaveCost(CAssignedRiskID const & id) const;
+    bool doesTaskReportHaveCost(CTaskReportID const & id) const;
+    // Whether the costs given differ from those that the task holds under that identifier.
+    bool areAssignedRiskCostsDifferent(CTask const & task, CAssignedRisk const & assigned) const;
+    bool areTaskReportCostsDifferent(CTask const & task, CTaskReport const & report) const;
+
     // The longest chain of linked tasks; see CCriticalPathCachedData.
     CCriticalPathCachedData const & getCriticalPath() const { return criticalPathCache; }
     bool isInCriticalPath(CTaskID const & id) const { return criticalPathCache.isInCriticalPath(id); }
@@ -111,14 +212,44 @@ public:
     bool getCriticalPathChanged() const { return criticalPathCache.getChanged(); }
     void updateCriticalPath() { criticalPathCache.updateFromProject(this); }
 
-    // State of the views.
+    // State of the views; see CPresentationData.
     CPresentationData const & getPresentationData() const { return presentationData; }
     CTaskID const & getPrimarySelectedTaskID() const { return presentationData.getPrimarySelectedTaskID(); }
     CTaskIDArray const & getSelectedTaskID() const { return presentationData.getSelectedTaskID(); }
+    CCompanyID const & getSelectedCompanyID() const { return presentationData.getSelectedCompanyID(); }
+    CResourceID const & getSelectedResourceID() const { return presentationData.getSelectedResourceID(); }
+    CRiskID const & getSelectedRiskID() const { return presentationData.getSelectedRiskID(); }
     CFilterID const & getSelectedFilterID() const { return presentationData.getSelectedFilterID(); }
+    CCostID const & getSelectedAssignedRiskCostID() const { return presentationData.getSelectedAssignedRiskCostID(); }
+    CCostID const & getSelectedTaskCostID() const { return presentationData.getSelectedTaskCostID(); }
+    CCostID const & getSelectedResourceCostID() const { return presentationData.getSelectedResourceCostID(); }
+    CEntityID const & getPrimarySelectedSceneEntityID() const { return presentationData.getPrimarySelectedSceneEntityID(); }
+    CEntityIDArray const & getSelectedSceneEntityID() const { return presentationData.getSelectedSceneEntityID(); }
+    CTaskReportID const & getSelectedTaskReportID() const { return presentationData.getSelectedTaskReportID(); }
+    CCostID const & getSelectedTaskReportCostID() const { return presentationData.getSelectedTaskReportCostID(); }
+    CUserID const & getSelectedUserID() const { return presentationData.getSelectedUserID(); }
+    CRoleID const & getSelectedRoleID() const { return presentationData.getSelectedRoleID(); }
+    CAssignedRiskID getSelectedAssignedRiskID() const { return presentationData.getSelectedAssignedRiskID(); }
+    CAssignedResourceID getSelectedAssignedResourceID() const { return presentationData.getSelectedAssignedResourceID(); }
+    CResourceUtilisationPresentation const & getResourceUtilisationPresentation() const;
+    CEVAGraphPresentation const & getEVAGraphPresentation() const { return presentationData.getEVAGraphPresentation(); }
+    CNavigatorPresentation const & getNavigatorPresentation() const { return presentationData.getNavigatorPresentation(); }
+    C3DPresentation const & get3DPresentation() const { return presentationData.get3DPresentation(); }
+    CGanttPresentation const & getGanttPresentation() const { return presentationData.getGanttPresentation(); }
+    bool getResourcePresentation(CResourceID const & id, CResourcePresentation & presentation) const;
+    bool getRiskPresentation(CRiskID const & id, CRiskPresentation & presentation) const;
     bool getTaskPresentation(CTaskID const & id, CTaskPresentation & presentation) const;
+    // Whether the task or one below it has children and shows them, or hides them; both false for an unknown task.
+    bool isTaskOrDescendantsExpanded(CTaskID const & id) const { return hasRowShowingChildren(getTask(id), true); }
+    bool isTaskOrDescendantsCollapsed(CTaskID const & id) const { return hasRowShowingChildren(getTask(id), false); }
     // Whether an ancestor is shown collapsed.
     bool isTaskHidden(CTaskID const & id) const;
+
+    // Whether the verdict of the selected filter may have changed for every task: another filter was selected, or its
+    // content changed.
+    bool isFilterVerdictDue() const;
+    // What buffered risks place in buffer tasks; for the derived pass.
+    orvane::CStoredRisk & storedRisk() { return projectData.storedRisk; }
 
     static int getCreated() { return s_created; }
     static int getDeleted() { return s_deleted; }
@@ -128,9 +259,18 @@ private:
 
     void initialize();
     bool isTaskCategoryUsed(CTaskArray const & tasks, CTaskCategoryID const & id) const;
+    bool showsChildren(CTask const & task) const;
+    bool hasRowShowingChildren(CTask const * task, bool show) const;
+    void validateResourcePresentations();
+    void validateRiskPresentations();
     void validateTaskPresentations();
 
+    template <class Resource>
+    orvane::CResourceIndex::Place placeOf(CResourceID const & id) const;
+    CRisk const * findRisk(CRiskID const & id) const;
+
     CProjectData projectData;
+    mutable orvane::CResourceIndex resourceIndex;
     CPresentationData presentationData;
     CDocument * document = nullptr;
     CString currentStateName;

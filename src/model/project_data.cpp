@@ -1,10 +1,15 @@
 #include "model/project_data.h"
 
+#include "model/project.h"
+
 template <class Visit>
 void CProjectData::describe(Visit && visit)
 {
+    visit("companies", &CProjectData::companies);
     visit("users", &CProjectData::users);
     visit("roles", &CProjectData::roles);
+    visit("risks", &CProjectData::risks);
+    visit("filters", &CProjectData::filters);
     visit("calendar", &CProjectData::calendar);
     visit("tasks", &CProjectData::tasks);
 }
@@ -16,10 +21,13 @@ CProjectData::CProjectData()
 
 CProjectData::CProjectData(CProjectData const & other)
     : CDynamic(other),
+      companies(other.companies),
       users(other.users),
       roles(other.roles),
       tasks(other.tasks),
       taskCategories(other.taskCategories),
+      risks(other.risks),
+      filters(other.filters),
       calendar(other.calendar),
       clientProjectID(other.clientProjectID),
       masterProjectID(other.masterProjectID),
@@ -37,10 +45,13 @@ CProjectData & CProjectData::operator=(CProjectData const & other) = default;
 
 void CProjectData::clear()
 {
+    companies.RemoveAll();
     setupDefaultRoles();
     setupDefaultUser();
     tasks.RemoveAll();
     taskCategories.RemoveAll();
+    risks.RemoveAll();
+    filters.RemoveAll();
     calendar.clear(true);
     clientProjectID = CProjectID();
     masterProjectID = CProjectID();
@@ -88,24 +99,28 @@ bool CProjectData::loginCheck(CString const & login, CString const & password) c
 
 bool CProjectData::equal(CProjectData const & a, CProjectData const & b)
 {
-    return a.stateIndex.getValue() == b.stateIndex.getValue() && a.users == b.users && a.roles == b.roles &&
-           a.tasks == b.tasks && a.taskCategories == b.taskCategories && a.calendar == b.calendar &&
+    return a.stateIndex.getValue() == b.stateIndex.getValue() && a.companies == b.companies && a.users == b.users &&
+           a.roles == b.roles && a.tasks == b.tasks && a.taskCategories == b.taskCategories && a.risks == b.risks && a.filters == b.filters &&
+           a.calendar == b.calendar &&
            a.clientProjectID == b.clientProjectID && a.adminUserID == b.adminUserID && a.adminRoleID == b.adminRoleID;
 }
 
 bool CProjectData::setChanged()
 {
-    if (CTaskCachedData::anyStoresRisk())
-        for (int each = 0; each < tasks.GetSize(); ++each) tasks.elementForPass(each).resetAllCachedData();
+    storedRisk.beginPass(tasks);
     changed = false;
     describe([this](char const *, auto part) { changed |= (this->*part).setChanged(); });
+    storedRisk.endPass();
     return changed;
 }
 
 void CProjectData::resetChanged()
 {
+    companies.resetChanged();
     users.resetChanged();
     roles.resetChanged();
+    risks.resetChanged();
+    filters.resetChanged();
     calendar.resetChanged();
     tasks.resetChangedWithParents();
     taskCategories.resetChanged();
@@ -113,14 +128,18 @@ void CProjectData::resetChanged()
     masterProjectID.resetChanged();
     adminUserID.resetChanged();
     adminRoleID.resetChanged();
-    // With every flag clear a pass recomputes nothing but parents, which are right, and stored risk.
+    // With every flag clear a pass recomputes nothing but parents, which are right, stored risk, and verdicts of the
+    // filter when another was selected.
     changed = false;
-    if (CTaskCachedData::anyStoresRisk()) setChanged();
+    if (storedRisk.isInUse() || CTaskCachedData::anyStoresRisk() || (project && project->isFilterVerdictDue())) setChanged();
 }
 
-void CProjectData::setProject(CProject * project)
+void CProjectData::setProject(CProject * value)
 {
+    project = value;
     calendar.setProject(project);
+    for (int each = 0; each < companies.GetSize(); ++each) companies.elementForPass(each).setProject(project);
     for (int each = 0; each < users.GetSize(); ++each) users.elementForPass(each).setProject(project);
+    for (int each = 0; each < filters.GetSize(); ++each) filters.elementForPass(each).setProject(project);
     for (int each = 0; each < tasks.GetSize(); ++each) tasks.elementForPass(each).setProject(project);
 }

@@ -1,11 +1,15 @@
 #pragma once
 
+#include "model/company.h"
+#include "model/risk.h"
 #include "model/task_array.h"
 #include "model/task_category.h"
 #include "schedule/calendar.h"
+#include "schedule/stored_risk.h"
 #include "security/role.h"
 #include "security/user.h"
 #include "values/scalars.h"
+#include "view/filter.h"
 
 class CProject;
 
@@ -47,8 +51,16 @@ public:
     CTaskArray const & getTasks() const { return tasks; }
     void setTasks(CTaskArray const & roots) { tasks = roots; }
 
+    // The companies, the register of risks and the filters, likewise.
+    CCompanyArray const & getCompanies() const { return companies; }
+    void setCompanies(CCompanyArray const & value) { companies = value; }
+    CRiskArray const & getRisks() const { return risks; }
+    void setRisks(CRiskArray const & value) { risks = value; }
+    CFilterArray const & getFilters() const { return filters; }
+    void setFilters(CFilterArray const & value) { filters = value; }
+
     // Points everything that knows its project at this one.
-    void setProject(CProject * project);
+    void setProject(CProject * value);
 
 private:
     friend class CProject;
@@ -58,15 +70,21 @@ private:
     static void describe(Visit && visit);
     static bool equal(CProjectData const & a, CProjectData const & b);
 
+    CCompanyArray companies;
     CUserArray users;
     CRoleArray roles;
     CTaskArray tasks;
     CTaskCategoryArray taskCategories;
+    CRiskArray risks;
+    CFilterArray filters;
     CCalendar calendar;
     CProjectID clientProjectID;
     CProjectID masterProjectID;
     CUserID adminUserID{orvane::nullID};
     CRoleID adminRoleID{orvane::nullID};
     CProjectStateIndex stateIndex{0};
+    orvane::CStoredRisk storedRisk;
+    // Not copied: a copy belongs to no project.
+    CProject * project = nullptr;
     bool changed = false;
 };

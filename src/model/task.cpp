@@ -14,6 +14,8 @@ void CTask::describe(Visit && visit)
     visit("plannedStartTime", &Fields::plannedStartTime);
     visit("duration", &Fields::duration);
     visit("status", &Fields::status);
+    visit("assignedResources", &Fields::assignedResources);
+    visit("assignedRisks", &Fields::assignedRisks);
     visit("riskType", &Fields::riskType);
     visit("taskType", &Fields::taskType);
     visit("constraint", &Fields::constraint);
@@ -22,11 +24,14 @@ void CTask::describe(Visit && visit)
     visit("actualStartTime", &Fields::actualStartTime);
     visit("predictedFinishTime", &Fields::predictedFinishTime);
     visit("actualFinishTime", &Fields::actualFinishTime);
+    visit("taskReports", &Fields::taskReports);
+    visit("baselineSet", &Fields::baselineSet);
     visit("riskBuffer", &Fields::riskBuffer);
     visit("comments", &Fields::comments);
     visit("supplyChain", &Fields::supplyChain);
     visit("categoryID", &Fields::categoryID);
     visit("template", &Fields::isTemplateTask);
+    visit("costs", &Fields::costs);
 }
 
 bool CTask::ownFieldsChanged()
@@ -35,6 +40,8 @@ bool CTask::ownFieldsChanged()
     describe([&](char const *, auto field) {
         if (touched & stretchOf(fields.*field)) any |= (fields.*field).setChanged();
     });
+    // What is stored counts only while it is a baseline.
+    if (isBaselineSet() && touched & stretchOf(fields.baselineData)) any |= fields.baselineData.setChanged();
     return any;
 }
 
@@ -43,6 +50,8 @@ void CTask::resetOwnFields()
     describe([this](char const *, auto field) {
         if (touched & stretchOf(fields.*field)) (fields.*field).resetChanged();
     });
+    fields.baselineData.resetChanged();
+    readsRiskAnew |= buffersRisk || !fields.assignedRisks.IsEmpty();
     touched = 0;
 }
 
@@ -50,6 +59,7 @@ void CTask::touch()
 {
     touched = everything;
     describe([this](char const *, auto field) { (fields.*field).touch(); });
+    fields.baselineData.touch();
 }
 
 bool CTask::equal(CTask const & a, CTask const & b)
@@ -57,7 +67,7 @@ bool CTask::equal(CTask const & a, CTask const & b)
     if (!a.subTasks != !b.subTasks || (a.subTasks && !(*a.subTasks == *b.subTasks))) return false;
     bool same = true;
     describe([&](char const *, auto field) { same = same && a.fields.*field == b.fields.*field; });
-    return same;
+    return same && (!a.isBaselineSet() || a.fields.baselineData == b.fields.baselineData);
 }
 
 // ---- changes that the forest hears of -------------------------------------------------------------

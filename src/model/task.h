@@ -2,9 +2,13 @@
 
 #include <memory>
 
+#include "model/assigned_resource.h"
+#include "model/assigned_risk.h"
 #include "model/link.h"
 #include "model/supply_chain.h"
+#include "model/task_baseline_data.h"
 #include "model/task_constraint.h"
+#include "model/task_report.h"
 #include "schedule/task_cached_data.h"
 #include "values/date_time.h"
 #include "values/duration.h"
@@ -69,7 +73,15 @@ public:
     // For changing in place within one action; do not keep the reference.
     CSupplyChain & getWritableSupplyChain();
     void setSupplyChain(CSupplyChain const & value) { write(fields.supplyChain, value); }
-    // The end of stored risk and its kin count on this type: whether risks eat into the duration or add to it.
+
+    // Resources and risks that the task takes on, and what was reported while it ran.
+    CAssignedResourceArray const & getAssignedResources() const { return fields.assignedResources; }
+    void setAssignedResources(CAssignedResourceArray const & value) { write(fields.assignedResources, value); }
+    CAssignedRiskArray const & getAssignedRisks() const { return fields.assignedRisks; }
+    void setAssignedRisks(CAssignedRiskArray const & value) { write(fields.assignedRisks, value); }
+    CTaskReportArray const & getTaskReports() const { return fields.taskReports; }
+    void setTaskReports(CTaskReportArray const & value) { write(fields.taskReports, value); }
+    // Whether risks eat into the duration or add to it.
     CRiskType const & getRiskType() const { return fields.riskType; }
 
     // Times. Planned start and duration move through the rules of rescheduling below.
@@ -91,6 +103,7 @@ public:
     CProjectDuration getPlannedDuration() const;
     // The forecast end of a started task; not valid for any other.
     CProjectTime getEstimatedFinishTime() const { return getEstimatedEndTimeCached(); }
+    // Working time that the buffered risks of other tasks have placed on this one.
     CProjectDuration getStoredRiskDuration() const { return getStoredRiskDurationCached(); }
 
     // The ladder of ends, from early to late; the end time for a summary task.
@@ -107,6 +120,12 @@ public:
     double getUnconstrainedPercentComplete() const;
     double getPercentComplete() const;
     CProjectTime getTimeOfPercentCompletePoint() const;
+
+    // Working time of the assigned risks: as they are, or as the reports have left them.
+    CProjectDuration getTotalRiskDuration() const;
+    CProjectDuration getTotalRiskDurationByStatus(CRiskStatus const & status) const;
+    CProjectDuration getTotalReportModifiedRiskDuration() const;
+    CProjectDuration getTotalReportModifiedRiskDurationByStatus(CRiskStatus const & status) const;
 
     // What is left for a further risk, in whole percent of the duration and in working time; at least 0.
     int getMaximumAvailableRiskPercent() const;
@@ -127,6 +146,79 @@ public:
     void rescheduleEndOfUnmitigatedRisk(CProjectTime const & time);
     // Changes the meaning of the duration; false for a summary task and for the type in force.
     bool setRiskType(CRiskType const & type);
+
+    // Costs of the task's own; null for none.
+    CCostArray const * getCosts() const { return fields.costs.get(); }
+    void setCosts(CCostArray const & costs);
+    // Inserts before the index, or appends for -1; ignored on a summary task.
+    void addCost(CCost & cost, int index);
+
+    // What a cost comes to on the task, as budgeted or by the times it really took. Weeks and longer periods are
+    // charged once. An hourly cost of an assigned resource is charged by the percentage assigned.
+    double applyCost(CCost const & cost, CCostTotalType const & totalType) const;
+    double applyCosts(CCostArray const & costs, CCostTotalType const & totalType) const;
+    double applyCost(CAssignedResource const & assigned, CCost const & cost, CCostTotalType const & totalType) const;
+    double applyCosts(CAssignedResource const & assigned, CCostArray const & costs, CCostTotalType const & totalType) const;
+    // Of an assigned risk, over the time that reports have left of it; longer periods than days cost nothing, and
+    // the type of total has no effect.
+    double applyRiskCosts(CAssignedRisk const & assigned, CCostTotalType const & totalType) const;
+
+    // Money of this task alone. Parents among the assigned equipment, people and places cost nothing themselves.
+    double getTaskCostsTotal(CCostTotalType const & totalType) const;
+    double getEquipmentResourceCostsTotal(CCostTotalType const & totalType) const;
+    double getHumanResourceCostsTotal(CCostTotalType const & totalType) const;
+    double getLocationResourceCostsTotal(CCostTotalType const & totalType) const;
+    double getMaterialResourceCostsTotal(CCostTotalType const & totalType) const;
+    double getMitigatedRiskCostsTotal(CCostTotalType const & totalType) const;
+    double getUnmitigatedRiskCostsTotal(CCostTotalType const & totalType) const;
+    double getTaskReportCostsTotal(CCostTotalType const & totalType) const;
+    // All of it, with unmitigated risk until the task begins, and without mitigated risk.
+    double getSumTotal(CCostTotalType const & totalType) const;
+
+    // Money of the task and everything below it. For resources by kind, only leaves count.
+    double getTreeCosts(CCostTotalType const & totalType) const;
+    double getTreeDirectTaskCosts(CCostTotalType const & totalType) const;
+    double getTreeEquipmentResourceCosts(CCostTotalType const & totalType) const;
+    double getTreeHumanResourceCosts(CCostTotalType const & totalType) const;
+    double getTreeLocationResourceCosts(CCostTotalType const & totalType) const;
+    double getTreeMaterialResourceCosts(CCostTotalType const & totalType) const;
+    double getTreeMitigatedRiskCosts(CCostTotalType const & totalType) const;
+    double getTreeUnmitigatedRiskCosts(CCostTotalType const & totalType) const;
+    double getTreeTaskReportCosts(CCostTotalType const & totalType) const;
+
+    // Append the costs of a kind to the array; whether there were any. An advance turns its costs negative.
+    bool getEquipmentResourceCosts(CCostArray & costs) const;
+    bool getHumanResourceCosts(CCostArray & costs) const;
+    bool getLocationResourceCosts(CCostArray & costs) const;
+    bool getMaterialResourceCosts(CCostArray & costs) const;
+    bool getMitigatedRiskCosts(CCostArray & costs) const;
+    bool getUnmitigatedRiskCosts(CCostArray & costs) const;
+    bool getTaskReportCosts(CCostArray & costs) const;
+
+    // The baseline: what was planned, to compare with. Clearing leaves the stored figures where they are.
+    void setBaseline();
+    void clearBaseline() { write(fields.baselineSet, CProjectBool(false)); }
+    bool isBaselineSet() const { return fields.baselineSet.getValue(); }
+    CProjectTime const & getBaselineStart() const { return fields.baselineData.getStartTime(); }
+    CProjectDuration const & getBaselineDuration() const { return fields.baselineData.getDuration(); }
+    CProjectTime const & getBaselineFinish() const { return fields.baselineData.getFinishTime(); }
+    double getBaselineEquipmentCost() const { return fields.baselineData.getEquipmentCost().getValue(); }
+    double getBaselineHumanCost() const { return fields.baselineData.getHumanCost().getValue(); }
+    double getBaselineLocationCost() const { return fields.baselineData.getLocationCost().getValue(); }
+    double getBaselineMaterialCost() const { return fields.baselineData.getMaterialCost().getValue(); }
+    double getBaselineMitigatedRiskCost() const { return fields.baselineData.getMitigatedRiskCost().getValue(); }
+    double getBaselineUnmitigatedRiskCost() const { return fields.baselineData.getUnmitigatedRiskCost().getValue(); }
+    double getBaselineTaskCost() const { return fields.baselineData.getTaskCost().getValue(); }
+    double getBaselineTotalCost() const { return fields.baselineData.getTotalCost(); }
+    // Baseline less present; positive is under budget, or shorter than planned. Without a baseline 0, and not
+    // valid for time, which is elapsed time from start to end.
+    double getTotalCostVariance() const;
+    double getTotalCostVarianceAsPercentage() const;
+    CProjectDuration getScheduleVariance() const;
+    double getScheduleVarianceAsPercentage() const;
+
+    // Whether the selected filter shows the task, by the last derived pass.
+    bool isIncludedByFilter() const { return getIsIncludedByFilterCached(); }
 
     // What may be done to the task.
     // Id, planned start and status are valid: not a blank task.
@@ -168,6 +260,16 @@ public:
     CTask const * findTask(CTaskID const & sought) const;
     CTask const * findTask(CLinkID const & sought) const;
     CTask const * findTask(CSupplyChainID const & sought) const;
+    CTask const * findTask(CAssignedResourceID const & sought) const;
+    CTask const * findTask(CAssignedRiskID const & sought) const;
+    CTask const * findTask(CTaskReportID const & sought) const;
+    // Among the tasks' own costs.
+    CTask const * findTask(CCostID const & sought) const;
+    CAssignedRisk const * findAssignedRisk(CAssignedRiskID const & sought) const;
+    bool findAssignedRisk(CAssignedRisk & out, CAssignedRiskID const & sought) const;
+    // Every task with an assignment of exactly that resource.
+    bool hasAssignedResources(CResourceID const & resource) const;
+    bool findAssignedResources(CTaskArray & tasks, CResourceID const & resource) const;
     CTask * findWritableTask(CTaskID const & sought);
     // Whether the task stands anywhere below this one.
     bool isDescendant(CTaskID const & sought) const;
@@ -217,6 +319,7 @@ public:
 private:
     friend class CTaskArray;
     friend class CTaskCachedData;
+    friend class orvane::CStoredRisk;
 
     template <class Visit>
     static void describe(Visit && visit);
@@ -247,10 +350,22 @@ private:
     CTask const * findDepthFirst(Test const & test) const;
     CTaskArray & makeSubTasks();
     void dropSubTasks();
+    // Flags the task as changed by way of its identifier, where nothing that is left shows the change.
+    void flagByID();
     CTaskArray const * getSiblings() const;
+
+    double getResourceCostsTotal(std::size_t kind, CCostTotalType const & totalType) const;
+    double getRiskCostsTotal(CRiskStatus const & status) const;
+    bool getResourceCosts(std::size_t kind, CCostArray & costs) const;
+    bool getRiskCosts(CRiskStatus const & status, CCostArray & costs) const;
 
     bool makeRiskSubtractive();
     bool makeRiskAdditive();
+    void changeRiskType(CRiskType const & type, int direction);
+    void keepLength(CAssignedRisk & assigned, CProjectDuration const & length) const;
+    template <class Counts>
+    CProjectDuration sumOfRisks(CProjectDuration (CAssignedRisk::*size)(CTask const &) const, Counts const & counts) const;
+    CProjectTime withRisk(CProjectTime const & end, CRiskStatus const & status) const;
     CProjectTime withStoredRisk(CProjectTime const & end) const;
     CProjectTime getEndOfStoredRiskInPass() const;
     CProjectDuration getMinimumDuration() const;
@@ -295,6 +410,12 @@ private:
         CProjectBool riskBuffer{false};
         CProjectString comments{""};
         CSupplyChain supplyChain;
+        CAssignedResourceArray assignedResources;
+        CAssignedRiskArray assignedRisks;
+        CTaskReportArray taskReports;
+        orvane::CSubItems<CCostArray> costs;
+        CProjectBool baselineSet{false};
+        CTaskBaselineData baselineData;
     };
     Fields fields;
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "model/project.h"
+
 CTaskArray::CTaskArray(CTaskArray const & other) : Base()
 {
     copyFrom(other);
@@ -120,11 +122,18 @@ bool CTaskArray::setChanged()
 
 bool CTaskArray::setChangedBelow(CTask const * parent, bool parents)
 {
+    if (IsEmpty()) return changed;
+    CProject const * const project = GetAt(0).project;
+    bool const filterDue = project && project->isFilterVerdictDue();
     for (int each = 0; each < GetSize(); ++each)
     {
         prefetch(each);
         CTask & task = elementForPass(each);
-        if (task.isQuiet() && (parents || !task.getParentCached())) task.changed = false;
+        if (!filterDue && task.isQuiet() && (parents || !task.getParentCached()))
+        {
+            task.changed = false;
+            if (task.mayPlaceRisk() && task.project) task.updateStoredRisk(task);
+        }
         else changed |= task.setChanged();
         if (parents) task.setParentCached(parent);
     }
@@ -152,29 +161,6 @@ CTask const * CTaskArray::searchLevelFirst(CTaskID const & id) const
         if (CTaskArray const * const children = task.getSubTasks())
             if (CTask const * const found = children->searchLevelFirst(id)) return found;
     return nullptr;
-}
-
-namespace
-{
-
-template <class ID>
-CTask const * findDepthFirst(CTaskArray const & tasks, ID const & id)
-{
-    for (CTask const & task : tasks)
-        if (CTask const * const found = task.findTask(id)) return found;
-    return nullptr;
-}
-
-}  // namespace
-
-CTask const * CTaskArray::findTask(CLinkID const & id) const
-{
-    return findDepthFirst(*this, id);
-}
-
-CTask const * CTaskArray::findTask(CSupplyChainID const & id) const
-{
-    return findDepthFirst(*this, id);
 }
 
 CTask * CTaskArray::findInForest(CTaskID const & id) const

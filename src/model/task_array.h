@@ -45,9 +45,15 @@ public:
     // The first task of that identifier by a search of this array first and then of each child array.
     CTask const * searchLevelFirst(CTaskID const & id) const;
 
-    // The first task, depth first, that holds the link, or that has the supply chain.
-    CTask const * findTask(CLinkID const & id) const;
-    CTask const * findTask(CSupplyChainID const & id) const;
+    // The first task, depth first, that holds what bears the identifier: a link, a supply chain, an assignment, a
+    // report, a cost.
+    template <class ID>
+    CTask const * findTask(ID const & id) const
+    {
+        for (CTask const & task : *this)
+            if (CTask const * const found = task.findTask(id)) return found;
+        return nullptr;
+    }
 
     CTask * getOwner() const { return owner; }
     // The task of that identifier anywhere in this forest, as a search would find it, level first.

@@ -8,6 +8,7 @@
 
 #include "model/project.h"
 #include "model/task_array.h"
+#include "model/upstream_search.h"
 
 namespace
 {
@@ -16,43 +17,56 @@ enum class Colour : char { white, grey, black };
 
 }  // namespace
 
-// Each task is entered once: one found not to lead there on one road leads there on none. A task that is
-// already on the road counts as missing, and a missing task ends the walk of the task that names it.
-bool CTask::isUpstream(CTaskID const & other) const
+namespace orvane
 {
-    if (!project) return false;
+
+// Each task is entered once: what was found on one road holds on all. A task that is already on the road counts as
+// missing, and a missing task ends the walk of the task that names it.
+bool CUpstreamSearch::reachesFrom(CTask const & start)
+{
     struct Step
     {
         CTask const * task;
         int link;
     };
-    std::unordered_map<CTask const *, Colour> colours{{this, Colour::grey}};
-    std::vector<Step> road{{this, 0}};
+    if (auto const known = answers.find(&start); known != answers.end()) return known->second == Answer::yes;
+    std::vector<Step> road{{&start, 0}};
+    answers[&start] = Answer::onTheRoad;
     while (!road.empty())
     {
         CTask const & task = *road.back().task;
         int const link = road.back().link++;
         CTask const * upstream = nullptr;
-        bool ended = link == task.getUpstreamLinks().GetSize();
-        if (!ended)
+        bool reached = false;
+        if (link < task.getUpstreamLinks().GetSize())
         {
             CTaskID const & id = task.getUpstreamLinks().GetAt(link).getUpstreamTaskID();
-            if (id == other) return true;
-            upstream = project->getTask(id);
-            ended = !upstream || colours[upstream] == Colour::grey;
+            reached = id == target;
+            upstream = reached ? nullptr : project.getTask(id);
         }
-        if (ended)
+        if (upstream)
         {
-            colours[&task] = Colour::black;
-            road.pop_back();
+            auto const [known, fresh] = answers.try_emplace(upstream, Answer::onTheRoad);
+            if (fresh) road.push_back({upstream, 0});
+            if (fresh || known->second == Answer::no) continue;
+            reached = known->second == Answer::yes;
         }
-        else if (colours[upstream] == Colour::white)
+        if (reached)
         {
-            colours[upstream] = Colour::grey;
-            road.push_back({upstream, 0});
+            for (Step const & step : road) answers[step.task] = Answer::yes;
+            return true;
         }
+        answers[&task] = Answer::no;
+        road.pop_back();
     }
     return false;
+}
+
+}  // namespace orvane
+
+bool CTask::isUpstream(CTaskID const & other) const
+{
+    return project && orvane::CUpstreamSearch(*project, other).reachesFrom(*this);
 }
 
 namespace

@@ -1,6 +1,9 @@
 // What a task computes from its times, and how it moves in time.
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
+#include <vector>
 
 #include "model/task.h"
 #include "model/task_array.h"
@@ -46,21 +49,26 @@ CProjectDuration CTask::getPlannedDuration() const
 
 // ---- the ladder of ends ---------------------------------------------------------------------------
 
-// No record of a risk exists yet: what risks take off or add is nothing.
 CProjectTime CTask::getEndExcludingRisk() const
 {
     if (isSummaryTask()) return getEndTime();
-    return getCalendar().subtractDurationFromTime(getEndOfUnmitigatedRisk(), CProjectDuration(0), true);
+    CProjectDuration const risk = getTotalReportModifiedRiskDurationByStatus(CRiskStatus::Unmitigated);
+    return getCalendar().subtractDurationFromTime(getEndOfUnmitigatedRisk(), risk, true);
 }
 
 CProjectTime CTask::getEndOfBufferedRisk() const
 {
-    return getEndOfStoredRisk();
+    return isSummaryTask() ? getEndTime() : withRisk(getEndOfStoredRisk(), CRiskStatus::Buffered);
 }
 
 CProjectTime CTask::getEndOfMitigatedRisk() const
 {
-    return getEndOfBufferedRisk();
+    return isSummaryTask() ? getEndTime() : withRisk(getEndOfBufferedRisk(), CRiskStatus::Mitigated);
+}
+
+CProjectTime CTask::withRisk(CProjectTime const & end, CRiskStatus const & status) const
+{
+    return getCalendar().addDurationToTime(end, getTotalReportModifiedRiskDurationByStatus(status), true);
 }
 
 CProjectTime CTask::getEndOfUnmitigatedRisk() const
@@ -85,7 +93,7 @@ CProjectTime CTask::withStoredRisk(CProjectTime const & end) const
 // A task that this very pass recomputed has its end at hand.
 CProjectTime CTask::getEndOfStoredRiskInPass() const
 {
-    bool const atHand = changed && !isSummaryTask() && isOpen();
+    bool const atHand = changed && !isSummaryTask() && isOpen() && fields.assignedRisks.IsEmpty();
     return atHand ? withStoredRisk(getPlannedEndTimeCached()) : getEndOfStoredRisk();
 }
 
@@ -93,7 +101,14 @@ CProjectDuration CTask::getDurationToEndOfUnmitigatedRisk() const
 {
     if (!isValid()) return CProjectDuration();
     if (isSummaryTask()) return getSummaryDurationCached();
-    if (isOpen()) return fields.duration;
+    if (isOpen())
+    {
+        if (fields.assignedRisks.IsEmpty()) return fields.duration;
+        if (fields.riskType == CRiskType::Additive)
+            return fields.duration + getTotalReportModifiedRiskDurationByStatus(CRiskStatus::Unmitigated);
+        return fields.duration - getTotalReportModifiedRiskDurationByStatus(CRiskStatus::Buffered) -
+               getTotalReportModifiedRiskDurationByStatus(CRiskStatus::Mitigated);
+    }
     if (fields.status == CTaskStatus::Finished)
         return getCalendar().subtractTimeFromTime(fields.actualStartTime, fields.actualFinishTime);
     if (getEstimatedEndTimeCached() > fields.actualStartTime)
@@ -119,6 +134,8 @@ double CTask::getUnconstrainedPercentComplete() const
     CProjectDuration worked(0);
     if (now > fields.actualStartTime)
         worked = getCalendar().subtractTimeFromTime(fields.actualStartTime, getCalendar().getNextValidStartTime(now));
+    for (CTaskReport const & report : fields.taskReports)
+        worked = report.getType() == CTaskReportType::Delay ? worked - report.getDuration() : worked + report.getDuration();
     auto const planned = getPlannedDuration().GetTotalSeconds();
     return planned == 0 ? 100.0 : static_cast<double>(worked.GetTotalSeconds()) * 100.0 / static_cast<double>(planned);
 }
@@ -137,9 +154,14 @@ CProjectTime CTask::getTimeOfPercentCompletePoint() const
 
 // ---- setters --------------------------------------------------------------------------------------
 
+// On a subtractive task the duration holds the risks of a fixed size.
 CProjectDuration CTask::getMinimumDuration() const
 {
-    return oneMinute;
+    CProjectDuration minimum = oneMinute;
+    if (fields.riskType == CRiskType::Additive) return minimum;
+    for (CAssignedRisk const & assigned : fields.assignedRisks)
+        if (assigned.getValueMode() == CRiskValueMode::Fixed) minimum = minimum + assigned.getValueFixed(*this);
+    return minimum;
 }
 
 void CTask::setDuration(CProjectDuration const & value)
@@ -181,8 +203,23 @@ void CTask::setPlannedEndTime(CProjectTime const & time)
 
 void CTask::setDurationToEndOfUnmitigatedRisk(CProjectDuration const & target)
 {
-    if (fields.riskType == CRiskType::Additive && target < CProjectDuration(0)) return;
-    setDuration(CProjectDuration(target.GetTotalSeconds()));
+    bool const additive = fields.riskType == CRiskType::Additive;
+    std::int64_t fixed = 0;
+    double share = 0.0;
+    // Only what lies on the other side of that end shifts it: on an additive task the unmitigated risk, which is added
+    // to the duration, on a subtractive one all other risk, which eats it up.
+    for (CAssignedRisk const & assigned : fields.assignedRisks)
+    {
+        if ((assigned.getStatus() == CRiskStatus::Unmitigated) != additive) continue;
+        if (assigned.getValueMode() == CRiskValueMode::Fixed) fixed += assigned.getValueFixed(*this).GetTotalSeconds();
+        else share += assigned.getValuePercent(*this) * 0.01;
+    }
+    std::int64_t const seconds = target.GetTotalSeconds();
+    if (additive && seconds < fixed) return;
+    constexpr double mostOfIt = 0.999;
+    double const length = additive ? static_cast<double>(seconds - fixed) / (1.0 + share)
+                                   : static_cast<double>(seconds + fixed) / (1.0 - std::min(share, mostOfIt));
+    setDuration(CProjectDuration(orvane::saturate<std::int32_t>(length)));
 }
 
 void CTask::setEndOfUnmitigatedRisk(CProjectTime const & time)
@@ -198,31 +235,102 @@ bool CTask::setRiskType(CRiskType const & type)
     return type == CRiskType::Subtractive ? makeRiskSubtractive() : makeRiskAdditive();
 }
 
-// Without assigned risks only the type changes: there is no length that the duration takes in or gives up.
 bool CTask::makeRiskSubtractive()
 {
     if (fields.riskType != CRiskType::Additive || isSummaryTask()) return false;
-    write(fields.riskType, CRiskType(CRiskType::Subtractive));
+    changeRiskType(CRiskType::Subtractive, +1);
     return true;
 }
 
 bool CTask::makeRiskAdditive()
 {
     if (fields.riskType != CRiskType::Subtractive || isSummaryTask()) return false;
-    write(fields.riskType, CRiskType(CRiskType::Additive));
+    changeRiskType(CRiskType::Additive, -1);
     return true;
+}
+
+// The risks go into the duration or come out of it, and each keeps its length in working time.
+void CTask::changeRiskType(CRiskType const & type, int direction)
+{
+    if (!fields.assignedRisks.IsEmpty())
+    {
+        std::vector<CProjectDuration> lengths;
+        for (CAssignedRisk const & assigned : fields.assignedRisks) lengths.push_back(assigned.getValueFixed(*this));
+        CProjectDuration const total = getTotalRiskDuration();
+        write(fields.duration, direction > 0 ? getDuration() + total : getDuration() - total);
+        touched |= stretchOf(fields.assignedRisks);
+        for (int each = 0; each < fields.assignedRisks.GetSize(); ++each)
+        {
+            CAssignedRisk & assigned = fields.assignedRisks.ElementAt(each);
+            if (assigned.getValueMode() == CRiskValueMode::Percent) keepLength(assigned, lengths[static_cast<std::size_t>(each)]);
+        }
+    }
+    write(fields.riskType, type);
+}
+
+// The percentage is a rounded quotient: where it falls short of the length by its last digits, it is raised by them.
+void CTask::keepLength(CAssignedRisk & assigned, CProjectDuration const & length) const
+{
+    double const formula =
+        static_cast<double>(length.GetTotalSeconds()) * 100.0 / static_cast<double>(getDuration().GetTotalSeconds());
+    double percent = formula;
+    constexpr int mostSteps = 8;
+    for (int step = 0; step <= mostSteps; ++step)
+    {
+        assigned.setValuePercent(percent);
+        if (assigned.getValueFixed(*this) == length) return;
+        percent = std::nextafter(percent, std::numeric_limits<double>::infinity());
+    }
+    assigned.setValuePercent(formula);
 }
 
 int CTask::getMaximumAvailableRiskPercent() const
 {
-    return fields.riskType == CRiskType::Subtractive ? 100 : 999;
+    int percent = fields.riskType == CRiskType::Subtractive ? 100 : 999;
+    for (CAssignedRisk const & assigned : fields.assignedRisks)
+        percent = orvane::saturate<std::int32_t>(percent - assigned.getValuePercent(*this));
+    return std::max(percent, 0);
 }
 
 CProjectDuration CTask::getMaximumAvailableRiskDuration() const
 {
-    if (fields.riskType == CRiskType::Subtractive) return std::max(getDuration(), CProjectDuration(0));
-    auto const normalDay = getCalendar().getNormalDay().getWorkingDuration().GetTotalSeconds();
-    return CProjectDuration(999 * normalDay);
+    CProjectDuration left = getDuration();
+    if (fields.riskType == CRiskType::Additive)
+        left = CProjectDuration(999 * getCalendar().getNormalDay().getWorkingDuration().GetTotalSeconds());
+    for (CAssignedRisk const & assigned : fields.assignedRisks) left = left - assigned.getValueFixed(*this);
+    return std::max(left, CProjectDuration(0));
+}
+
+// ---- totals of risk -------------------------------------------------------------------------------
+
+template <class Counts>
+CProjectDuration CTask::sumOfRisks(CProjectDuration (CAssignedRisk::*size)(CTask const &) const, Counts const & counts) const
+{
+    CProjectDuration sum(0);
+    for (CAssignedRisk const & assigned : fields.assignedRisks)
+        if (counts(assigned)) sum = sum + (assigned.*size)(*this);
+    return sum;
+}
+
+CProjectDuration CTask::getTotalRiskDuration() const
+{
+    return sumOfRisks(&CAssignedRisk::getValueFixed, [](CAssignedRisk const &) { return true; });
+}
+
+CProjectDuration CTask::getTotalRiskDurationByStatus(CRiskStatus const & status) const
+{
+    return sumOfRisks(&CAssignedRisk::getValueFixed, [&](CAssignedRisk const & risk) { return risk.getStatus() == status; });
+}
+
+CProjectDuration CTask::getTotalReportModifiedRiskDuration() const
+{
+    return sumOfRisks(&CAssignedRisk::getReportModifiedValueFixed, [](CAssignedRisk const &) { return true; });
+}
+
+CProjectDuration CTask::getTotalReportModifiedRiskDurationByStatus(CRiskStatus const & status) const
+{
+    return sumOfRisks(&CAssignedRisk::getReportModifiedValueFixed,
+                      [&](CAssignedRisk const & risk) { return risk.getStatus() == status; });
 }
 
 // ---- rescheduling ---------------------------------------------------------------------------------
@@ -285,7 +393,7 @@ bool CTask::isOpen() const
 
 bool CTask::canBecomeSummaryTask() const
 {
-    return isValid() && !isKeyDate();
+    return isValid() && fields.assignedRisks.IsEmpty() && !fields.costs && !isKeyDate();
 }
 
 bool CTask::canReschedule() const

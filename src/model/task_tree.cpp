@@ -25,7 +25,11 @@ void CTask::dropSubTasks()
     subTasks->RemoveAll();
     subTasks.reset();
     hasSubTasks = false;
-    // Nothing that is left shows the change: the identifier does.
+    flagByID();
+}
+
+void CTask::flagByID()
+{
     touched |= stretchOf(fields.id);
     fields.id.touch();
 }
@@ -94,6 +98,56 @@ CTask const * CTask::findTask(CLinkID const & sought) const
 CTask const * CTask::findTask(CSupplyChainID const & sought) const
 {
     return findDepthFirst([&](CTask const & task) { return task.getSupplyChain().getID() == sought; });
+}
+
+CTask const * CTask::findTask(CAssignedResourceID const & sought) const
+{
+    return findDepthFirst([&](CTask const & task) { return task.getAssignedResources().findByID(sought) >= 0; });
+}
+
+CTask const * CTask::findTask(CAssignedRiskID const & sought) const
+{
+    return findDepthFirst([&](CTask const & task) { return task.getAssignedRisks().findByID(sought) >= 0; });
+}
+
+CTask const * CTask::findTask(CTaskReportID const & sought) const
+{
+    return findDepthFirst([&](CTask const & task) { return task.getTaskReports().findByID(sought) >= 0; });
+}
+
+CTask const * CTask::findTask(CCostID const & sought) const
+{
+    return findDepthFirst([&](CTask const & task) { return task.getCosts() && task.getCosts()->findByID(sought) >= 0; });
+}
+
+CAssignedRisk const * CTask::findAssignedRisk(CAssignedRiskID const & sought) const
+{
+    CTask const * const holder = findTask(sought);
+    if (!holder) return nullptr;
+    CAssignedRiskArray const & risks = holder->getAssignedRisks();
+    return &risks.GetAt(risks.findByID(sought));
+}
+
+bool CTask::findAssignedRisk(CAssignedRisk & out, CAssignedRiskID const & sought) const
+{
+    CAssignedRisk const * const found = findAssignedRisk(sought);
+    if (found) out = *found;
+    return found != nullptr;
+}
+
+bool CTask::hasAssignedResources(CResourceID const & resource) const
+{
+    return findDepthFirst([&](CTask const & task) { return task.getAssignedResources().findByID(resource) >= 0; });
+}
+
+bool CTask::findAssignedResources(CTaskArray & tasks, CResourceID const & resource) const
+{
+    int const before = tasks.GetSize();
+    findDepthFirst([&](CTask const & task) {
+        if (task.getAssignedResources().findByID(resource) >= 0) tasks.addTask(task);
+        return false;
+    });
+    return tasks.GetSize() > before;
 }
 
 bool CTask::isDescendant(CTaskID const & sought) const

@@ -1,7 +1,6 @@
 #include "schedule/task_cached_data.h"
 
-#include "model/task.h"
-#include "model/task_array.h"
+#include "model/project.h"
 #include "schedule/calendar.h"
 
 namespace
@@ -10,6 +9,22 @@ namespace
 void makeNotValid(CProjectTime & time)
 {
     time = CProjectTime();
+}
+
+// From the start as it was: the length without risk, what unmitigated risk the reports have left, and each report.
+CProjectTime estimateEnd(CTask const & task, CCalendar const & calendar)
+{
+    CProjectDuration length = task.getDuration();
+    if (task.getRiskType() == CRiskType::Subtractive) length = length - task.getTotalRiskDuration();
+    length = length + task.getTotalReportModifiedRiskDurationByStatus(CRiskStatus::Unmitigated);
+    CProjectTime end = calendar.addDurationToTime(task.getActualStartTime(), length, true);
+    for (CTaskReport const & report : task.getTaskReports())
+    {
+        bool const delay = report.getType() == CTaskReportType::Delay;
+        end = delay ? calendar.addDurationToTime(end, report.getDuration(), true)
+                    : calendar.subtractDurationFromTime(end, report.getDuration(), true);
+    }
+    return end;
 }
 
 }  // namespace
@@ -22,15 +37,16 @@ CTaskCachedData::CTaskCachedData(CTaskCachedData const & other)
       summaryStartTime(other.summaryStartTime),
       summaryEndTime(other.summaryEndTime),
       summaryDuration(other.summaryDuration),
-      storedRiskDuration(other.storedRiskDuration),
-      storedRiskIDs(other.storedRiskIDs)
+      storedRiskDuration(other.storedRiskDuration)
 {
-    countStoring(+1);
+    if (!storesRisk()) return;
+    ++s_storing;
+    ++s_copies;
 }
 
 CTaskCachedData::~CTaskCachedData()
 {
-    countStoring(-1);
+    if (storesRisk()) --s_storing;
 }
 
 CTaskCachedData & CTaskCachedData::operator=(CTaskCachedData const & other)
@@ -41,19 +57,24 @@ CTaskCachedData & CTaskCachedData::operator=(CTaskCachedData const & other)
     summaryStartTime = other.summaryStartTime;
     summaryEndTime = other.summaryEndTime;
     summaryDuration = other.summaryDuration;
+    if (storesRisk() || other.storesRisk()) ++s_copies;
+    s_storing += other.storesRisk() - storesRisk();
     storedRiskDuration = other.storedRiskDuration;
-    countStoring(-1);
-    storedRiskIDs = other.storedRiskIDs;
-    countStoring(+1);
     return *this;
 }
 
 void CTaskCachedData::resetCachedData()
 {
-    if (storedRiskIDs.IsEmpty()) return;
-    countStoring(-1);
+    if (!storesRisk()) return;
     storedRiskDuration = CProjectDuration(0);
-    storedRiskIDs.RemoveAll();
+    --s_storing;
+}
+
+void CTaskCachedData::storeRisk(CProjectDuration const & duration)
+{
+    bool const stored = storesRisk();
+    storedRiskDuration = storedRiskDuration + duration;
+    s_storing += storesRisk() - stored;
 }
 
 void CTaskCachedData::updateCachedData(CTask & task, bool force)
@@ -64,10 +85,38 @@ void CTaskCachedData::updateCachedData(CTask & task, bool force)
         updateEndTimes(task);
     }
     if (!task.project) return;
+    if (changed || force || task.project->isFilterVerdictDue()) updateIncludedByFilter(task);
     parent = nullptr;
-    if (!force || !task.subTasks) return;
     // Within a pass the array of children points them at their parent as it goes.
-    for (int each = 0; each < task.subTasks->GetSize(); ++each) task.subTasks->elementForPass(each).setParentCached(&task);
+    if (force && task.subTasks)
+        for (int each = 0; each < task.subTasks->GetSize(); ++each)
+            task.subTasks->elementForPass(each).setParentCached(&task);
+    updateStoredRisk(task);
+}
+
+// A summary task stays shown for the sake of a child.
+void CTaskCachedData::updateIncludedByFilter(CTask const & task)
+{
+    CFilter const * const filter = task.project->getSelectedFilter();
+    isIncludedByFilter = !filter || filter->includeTask(task);
+    if (isIncludedByFilter || !task.subTasks) return;
+    for (CTask const & child : *task.subTasks)
+        if (child.isValid() && child.isIncludedByFilter()) isIncludedByFilter = true;
+}
+
+void CTaskCachedData::updateStoredRisk(CTask & task)
+{
+    bool const had = buffersRisk;
+    bool const readsAnew = touched != 0 || readsRiskAnew;
+    if (readsAnew)
+    {
+        buffersRisk = false;
+        for (CAssignedRisk const & assigned : task.getAssignedRisks())
+            buffersRisk |= assigned.getStatus() == CRiskStatus::Buffered;
+    }
+    if (!had && !buffersRisk) readsRiskAnew = false;
+    // A summary task's percentages are of a duration that changes without it.
+    else if (task.project->storedRisk().place(task, readsAnew || hasSubTasks)) readsRiskAnew = false;
 }
 
 void CTaskCachedData::updateSummaryTimes(CTask const & task, bool inPass)
@@ -101,7 +150,6 @@ void CTaskCachedData::updateEndTimes(CTask const & task)
     CProjectDuration const planned =
         task.isOpen() ? task.getDuration() : calendar.subtractTimeFromTime(task.getActualStartTime(), task.getPredictedFinishTime());
     plannedEndTime = calendar.addDurationToTime(task.getPlannedStartTime(), planned, true);
-    if (task.getStatus() == CTaskStatus::Started)
-        estimatedEndTime = calendar.addDurationToTime(task.getActualStartTime(), task.getDuration(), true);
+    if (task.getStatus() == CTaskStatus::Started) estimatedEndTime = estimateEnd(task, calendar);
     else makeNotValid(estimatedEndTime);
 }

@@ -1,13 +1,18 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 
 #include "values/date_time.h"
 #include "values/duration.h"
-#include "values/identifier_arrays.h"
 
 class CProject;
 class CTask;
+
+namespace orvane
+{
+class CStoredRisk;
+}
 
 // What a task can only know by looking at its children, its calendar and its risks: derived in the pass
 // that ends every action, never saved. It is the first base of CTask, and what a pass over untouched
@@ -21,6 +26,8 @@ public:
     void resetCachedData();
     // Whether any task of the process has risk placed on it: otherwise there is nothing to forget.
     static bool anyStoresRisk() { return s_storing > 0; }
+    // A number that changes whenever stored risk came or went by copying a task.
+    static std::uint64_t copiesOfStoredRisk() { return s_copies; }
 
 protected:
     CTaskCachedData() = default;
@@ -52,14 +59,24 @@ protected:
     // Whether the task has children: said here, so that a pass need not look further into the task.
     bool hasSubTasks = false;
 
-    // Nothing in the task itself can be due in a pass but its parent pointer.
+    // Whether the task has buffered risks, and whether they are to be read anew although no bit says so any more.
+    bool buffersRisk = false;
+    bool readsRiskAnew = false;
+
+    // Nothing in the task itself can be due in a pass but its parent pointer and the placing of its buffered risks.
     bool isQuiet() const { return touched == 0 && !hasSubTasks; }
+    // Whether the task may place risk elsewhere.
+    bool mayPlaceRisk() const { return buffersRisk || readsRiskAnew; }
+    void updateStoredRisk(CTask & task);
 
 private:
+    friend class orvane::CStoredRisk;
+
     void updateSummaryTimes(CTask const & task, bool inPass);
     void updateEndTimes(CTask const & task);
-    // To be called around every change of what is stored.
-    void countStoring(int sign) { s_storing += storedRiskIDs.IsEmpty() ? 0 : sign; }
+    void updateIncludedByFilter(CTask const & task);
+    void storeRisk(CProjectDuration const & duration);
+    bool storesRisk() const { return !(storedRiskDuration == CProjectDuration(0)); }
 
     bool isIncludedByFilter = true;
     CTask const * parent = nullptr;
@@ -70,7 +87,7 @@ private:
     CProjectTime summaryEndTime;
     CProjectDuration summaryDuration;
     CProjectDuration storedRiskDuration{0};
-    CAssignedRiskIDArray storedRiskIDs;
 
-    static inline int s_storing = 0;
+    static inline std::atomic<int> s_storing = 0;
+    static inline std::atomic<std::uint64_t> s_copies = 0;
 };

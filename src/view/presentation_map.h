@@ -1,7 +1,9 @@
 #pragma once
 
 #include "platform/map.h"
+#include "values/identifiers.h"
 #include "view/task_presentation.h"
+#include "view/tree_presentation.h"
 
 namespace orvane
 {
@@ -23,11 +25,13 @@ public:
         return *this;
     }
 
+    // Whether an entry came, went or was written. Entries are not asked, so that a pass over many costs nothing.
     bool getChanged() const { return changed; }
     bool setChanged() const { return changed; }
     void resetChanged() { changed = false; }
     void touch() { changed = true; }
 
+    // Enters the value, or puts it in the place of the one that is there.
     void SetAt(Key const & key, Value const & value)
     {
         changed = true;
@@ -36,6 +40,7 @@ public:
     // Entries are written through SetAt, so that the flag tells.
     Value const * find(Key const & key) const { return Base::find(key); }
     Value & operator[](Key const & key) = delete;
+    // False when there was no such entry; a change all the same.
     bool RemoveKey(Key const & key)
     {
         changed = true;
@@ -66,4 +71,9 @@ private:
 
 }  // namespace orvane
 
+// clang-format off
+class CResourcePresentationMap
+    : public orvane::CPresentationMap<CResourcePresentationMap, CResourceID, CResourcePresentation> {};
+class CRiskPresentationMap : public orvane::CPresentationMap<CRiskPresentationMap, CRiskID, CRiskPresentation> {};
 class CTaskPresentationMap : public orvane::CPresentationMap<CTaskPresentationMap, CTaskID, CTaskPresentation> {};
+// clang-format on

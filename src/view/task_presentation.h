@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/map.h"
-#include "values/identifiers.h"
 #include "values/record.h"
 #include "values/scalars.h"
 
@@ -12,6 +10,7 @@ public:
     // In pixels.
     CProjectInt const & getRowHeight() const { return rowHeight; }
     void setRowHeight(CProjectInt const & pixels) { rowHeight = pixels; }
+    // Whether the rows below are seen; of no effect on a leaf.
     CProjectBool const & getShowChildren() const { return showChildren; }
     void setShowChildren(CProjectBool const & show) { showChildren = show; }
 

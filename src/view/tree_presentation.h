@@ -1,0 +1,36 @@
+#pragma once
+
+#include "values/record.h"
+#include "values/scalars.h"
+
+namespace orvane
+{
+
+// How a node of a tree of the register or of a company is shown: whether what stands below it is seen. A
+// kind of node derives from this.
+template <class Self>
+class CTreePresentation : public CRecord<Self>
+{
+public:
+    CProjectBool const & getShowExpanded() const { return showExpanded; }
+    void setShowExpanded(CProjectBool const & show) { showExpanded = show; }
+
+private:
+    friend class CRecord<Self>;
+    template <class Visit>
+    static void describe(Visit && visit);
+
+    CProjectBool showExpanded{true};
+};
+
+}  // namespace orvane
+
+class CResourcePresentation : public orvane::CTreePresentation<CResourcePresentation>
+{
+};
+class CRiskPresentation : public orvane::CTreePresentation<CRiskPresentation>
+{
+};
+
+extern template class orvane::CRecord<CResourcePresentation>;
+extern template class orvane::CRecord<CRiskPresentation>;
