@@ -44,7 +44,12 @@ void CLocalRulesChecker::updateEverybody()
 
 void CLocalRulesChecker::warnUser(int stringNumber)
 {
-    message = orvane::loadString(stringNumber);
+    warnUser(orvane::loadString(stringNumber));
+}
+
+void CLocalRulesChecker::warnUser(CString const & text)
+{
+    message = text;
     if (isOriginatingClient()) warning(message);
 }
 
@@ -69,73 +74,4 @@ bool CLocalRulesChecker::clear()
 bool CLocalRulesChecker::setState(int)
 {
     return true;
-}
-
-// ---- state of the views ---------------------------------------------------------------------------
-
-bool CLocalRulesChecker::setPrimarySelectedTaskID(CTaskID const & id)
-{
-    return project && presentationData->setPrimarySelectedTaskID(id);
-}
-
-bool CLocalRulesChecker::setSelectedTaskID(CTaskIDArray const & ids)
-{
-    return project && presentationData->setSelectedTaskID(ids);
-}
-
-bool CLocalRulesChecker::setSelectedLinksTasks(CLinkID const & linkID)
-{
-    CTask const * const holder = project ? project->getTask(linkID) : nullptr;
-    if (!holder) return false;
-    CTaskIDArray joined;
-    if (!project->isTaskHidden(holder->getID())) joined.Add(holder->getID());
-    int const link = holder->getUpstreamLinks().findByID(linkID);
-    if (link < 0) return false;
-    CTaskID const & upstreamID = holder->getUpstreamLinks().GetAt(link).getUpstreamTaskID();
-    if (!project->isTaskHidden(upstreamID)) joined.Add(upstreamID);
-    presentationData->setSelectedTaskID(joined);
-    return true;
-}
-
-bool CLocalRulesChecker::addTaskPresentation(CTaskID const & id)
-{
-    return project && presentationData->addTaskPresentation(id);
-}
-
-bool CLocalRulesChecker::setTaskPresentation(CTaskID const & id, CTaskPresentation const & presentation)
-{
-    return project && presentationData->setTaskPresentation(id, presentation);
-}
-
-bool CLocalRulesChecker::removeTaskPresentation(CTaskID const & id)
-{
-    return project && presentationData->removeTaskPresentation(id);
-}
-
-bool CLocalRulesChecker::removeAllTaskPresentations(CTask const & task)
-{
-    bool all = true;
-    if (task.getSubTasks())
-        for (CTask const & child : *task.getSubTasks()) all = removeAllTaskPresentations(child) && all;
-    return removeTaskPresentation(task.getID()) && all;
-}
-
-void CLocalRulesChecker::deselectTasksThatAreExcludedByFilter()
-{
-    // Nothing can select a filter yet, and without a selected filter every task is included.
-}
-
-void CLocalRulesChecker::deselectSubTasks(CTask const & task)
-{
-    if (!task.getSubTasks()) return;
-    CTaskIDArray selection(presentationData->getSelectedTaskID());
-    int const before = selection.GetSize();
-    for (CTask const & child : *task.getSubTasks())
-    {
-        if (presentationData->getPrimarySelectedTaskID() == child.getID()) presentationData->clearPrimarySelectedTask();
-        int const selected = selection.findByID(child.getID());
-        if (selected >= 0) selection.RemoveAt(selected);
-    }
-    if (selection.GetSize() < before) presentationData->setSelectedTaskID(selection);
-    for (CTask const & child : *task.getSubTasks()) deselectSubTasks(child);
 }

@@ -1,34 +1,8 @@
 // The fields and the progress of one task.
 
-#include <algorithm>
-#include <string_view>
-
 #include "rules/local_rules_checker.h"
+#include "rules/text_checks.h"
 #include "schedule/calendar.h"
-
-namespace
-{
-
-// The lengths count bytes. The characters refused are exactly these: 1 to 8, 16, and more by field.
-struct TextLimit
-{
-    int longest;
-    bool refusesLineFeed;
-};
-constexpr TextLimit nameLimit{1024, true};
-constexpr TextLimit commentsLimit{8192, false};
-
-bool accepts(TextLimit const & limit, CString const & text)
-{
-    if (text.GetLength() > limit.longest) return false;
-    auto const refused = [&](char character) {
-        return (character >= 1 && character <= 8) || character == 16 || (limit.refusesLineFeed && character == '\n');
-    };
-    std::string_view const all = text.view();
-    return std::none_of(all.begin(), all.end(), refused);
-}
-
-}  // namespace
 
 bool CLocalRulesChecker::isEditable(CTask const & task) const
 {
@@ -40,7 +14,7 @@ bool CLocalRulesChecker::isEditable(CTask const & task) const
 bool CLocalRulesChecker::changeTaskName(CTaskID const & taskID, CString const & name)
 {
     CTask * const task = getTask(taskID);
-    if (!task || !accepts(nameLimit, name)) return false;
+    if (!task || !orvane::accepts(orvane::limit::taskName, name)) return false;
     if (!task->isValid()) makeTaskValid(*task);
     if (task->getName() == name) return true;
     task->setName(name);
@@ -51,7 +25,7 @@ bool CLocalRulesChecker::changeTaskName(CTaskID const & taskID, CString const & 
 bool CLocalRulesChecker::changeTaskComments(CTaskID const & taskID, CString const & comments)
 {
     CTask * const task = getTask(taskID);
-    if (!task || !accepts(commentsLimit, comments)) return false;
+    if (!task || !orvane::accepts(orvane::limit::taskComments, comments)) return false;
     if (!task->isValid()) makeTaskValid(*task);
     if (task->getComments() == comments) return true;
     task->setComments(comments);
@@ -87,6 +61,7 @@ bool CLocalRulesChecker::changeTaskStatus(CTaskID const & taskID, CTaskStatus co
         if (!task->getActualStartTime().isValid() || !task->getActualFinishTime().isValid()) return false;
         break;
     default:
+        task->setTaskReports(CTaskReportArray());
         task->setActualStartTime(CProjectTime());
         task->setActualFinishTime(CProjectTime());
         task->setPredictedFinishTime(CProjectTime());
@@ -105,6 +80,7 @@ bool CLocalRulesChecker::startTask(CTaskID const & taskID, CProjectTime const & 
     if (!task || !task->isValid() || task->isSummaryTask() || task->getStatus() == CTaskStatus::Started) return false;
     task->setActualStartTime(time);
     task->setPredictedFinishTime(task->getCalendar().addDurationToTime(time, task->getDurationToEndOfUnmitigatedRisk(), true));
+    task->setTaskReports(CTaskReportArray());
     task->setActualFinishTime(CProjectTime());
     return true;
 }
@@ -194,7 +170,7 @@ bool CLocalRulesChecker::changeTaskType(CTaskID const & taskID, CTaskType const 
     }
     else if (type == CTaskType::KeyDate)
     {
-        if (task->getRiskBuffer().getValue()) return false;
+        if (!task->getAssignedRisks().IsEmpty() || task->getRiskBuffer().getValue()) return false;
         task->setDuration(CProjectDuration(0));
     }
     return true;

@@ -198,7 +198,6 @@ TEST(CheckerLife, WhatIsNotAvailableYetSaysSo)
         {
             IRulesChecker & all = rules;
             EXPECT_THROW(all.undo(1), std::logic_error);
-            EXPECT_THROW(all.setTasksBaseline(plan.ids({"dig"})), std::logic_error);
             EXPECT_THROW(all.findNext("x", false, false, false), std::logic_error);
             try
             {
