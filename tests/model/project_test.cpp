@@ -226,31 +226,6 @@ TEST(Project, ALoadGivesBegunTasksTheirTimes)
     }
 }
 
-TEST(Project, ALoadGivesEveryTaskOnePresentation)
-{
-    Plan plan({aTask("a"), aTask("s").with({aTask("t")})});
-    CTaskPresentation collapsed;
-    collapsed.setShowChildren(false);
-    CTaskID const orphan;
-    plan.act(
-        [&](auto & rules)
-        {
-            rules.setTaskPresentation(plan.id("s"), collapsed);
-            rules.setTaskPresentation(orphan, collapsed);
-            rules.removeTaskPresentation(plan.id("t"));
-        });
-    EXPECT_TRUE(plan.project.isTaskHidden(plan.id("t")));
-    EXPECT_FALSE(plan.project.isTaskHidden(plan.id("s")));
-    plan.project.postSerialize();
-    CTaskPresentation found;
-    EXPECT_FALSE(plan.project.getTaskPresentation(orphan, found));
-    EXPECT_TRUE(plan.project.getTaskPresentation(plan.id("t"), found));
-    EXPECT_TRUE(found == CTaskPresentation());
-    EXPECT_TRUE(plan.project.getTaskPresentation(plan.id("s"), found));
-    EXPECT_TRUE(found == collapsed);
-    EXPECT_EQ(plan.project.getPresentationData().getTaskPresentations().GetCount(), 3);
-}
-
 TEST(Project, ALoadWithoutItsAdministratorGetsTheDefaultUsers)
 {
     using Damage = void (*)(CUser &, CRole &);
