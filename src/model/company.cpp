@@ -65,14 +65,6 @@ int CCompany::getTotalNumberOfResources() const
     return total;
 }
 
-template <class Array>
-int CCompany::useRatePerDay(Array const & resources)
-{
-    std::int64_t sum = 0;
-    for (auto const & each : resources) sum += each.getUseRatePerDay();
-    return orvane::saturate<std::int32_t>(sum);
-}
-
 void CCompany::setProject(CProject * project)
 {
     calendar.setProject(project);

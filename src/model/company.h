@@ -95,7 +95,12 @@ private:
     template <class Visit>
     static void describe(Visit && visit);
     template <class Array>
-    static int useRatePerDay(Array const & resources);
+    static int useRatePerDay(Array const & resources)
+    {
+        std::int64_t sum = 0;
+        for (auto const & each : resources) sum += each.getUseRatePerDay();
+        return orvane::saturate<std::int32_t>(sum);
+    }
 
     CCompanyID id;
     CProjectString name;

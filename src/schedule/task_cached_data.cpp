@@ -106,17 +106,24 @@ void CTaskCachedData::updateIncludedByFilter(CTask const & task)
 
 void CTaskCachedData::updateStoredRisk(CTask & task)
 {
-    bool const had = buffersRisk;
     bool const readsAnew = touched != 0 || readsRiskAnew;
+    bool buffers = buffersRisk;
     if (readsAnew)
     {
-        buffersRisk = false;
+        buffers = false;
         for (CAssignedRisk const & assigned : task.getAssignedRisks())
-            buffersRisk |= assigned.getStatus() == CRiskStatus::Buffered;
+            buffers |= assigned.getStatus() == CRiskStatus::Buffered;
     }
-    if (!had && !buffersRisk) readsRiskAnew = false;
+    if (!buffersRisk && !buffers)
+    {
+        readsRiskAnew = false;
+        return;
+    }
     // A summary task's percentages are of a duration that changes without it.
-    else if (task.project->storedRisk().place(task, readsAnew || hasSubTasks)) readsRiskAnew = false;
+    bool const wasItsTurn = task.project->storedRisk().place(task, readsAnew || hasSubTasks);
+    // What the last pass placed for the task is taken back in its next turn.
+    buffersRisk = buffers || (buffersRisk && !wasItsTurn);
+    if (wasItsTurn) readsRiskAnew = false;
 }
 
 void CTaskCachedData::updateSummaryTimes(CTask const & task, bool inPass)
