@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <initializer_list>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace
@@ -81,6 +82,66 @@ void print(CProject const & project, char const * title)
     print(project, project.getAllTasks(), 0);
 }
 
+// A company brings a crew of two trades, paid by the hour, and a crane, paid by the day; both pour the foundation.
+void payFor(CProject & project, CTaskID const & pour)
+{
+    CCompany const company("Groundworks", CCompanyType::Contractor, "", "", "", "");
+    CHumanResource crew;
+    CHumanResource carpenters;
+    CHumanResource labourers;
+    CEquipmentResource crane;
+    {
+        CLocalRulesChecker action(&project, user);
+        carpenters.setUseRatePerDay(2);
+        labourers.setUseRatePerDay(3);
+        action.addCompany(company);
+        action.addHumanResourceToCompany(crew, company.getID());
+        action.addHumanResourceToParent(carpenters, crew.getID());
+        action.addHumanResourceToParent(labourers, crew.getID());
+        action.addEquipmentResourceToCompany(crane, company.getID());
+        for (auto const & [id, type, amount] : {std::tuple{carpenters.getID(), CCostType::Hourly, 34.0},
+                                                {labourers.getID(), CCostType::Hourly, 27.0},
+                                                {crane.getID(), CCostType::Daily, 640.0}})
+        {
+            action.addResourceCost(id);
+            CCost cost(project.getResource(id)->getCosts()->GetAt(0));
+            cost.setType(type);
+            cost.setAmount(amount);
+            action.changeResourceCost(cost);
+        }
+        action.assignResourceToTask(pour, crew.getID());
+        action.assignResourceToTask(pour, crane.getID());
+    }
+    CTask const & task = *project.getTask(pour);
+    std::printf("\n%s costs %.2f: %.2f for people, %.2f for the crane.\n", static_cast<char const *>(task.getName()),
+                task.getSumTotal(CCostTotalType::Budgeted), task.getHumanResourceCostsTotal(CCostTotalType::Budgeted),
+                task.getEquipmentResourceCostsTotal(CCostTotalType::Budgeted));
+}
+
+// Rain may cost the excavation a fifth of its time; the frame's task keeps that time in reserve.
+void reckonWithRain(CProject & project, CTaskID const & excavation, CTaskID const & buffer)
+{
+    {
+        CLocalRulesChecker action(&project, user);
+        CRisk rain;
+        rain.setDescription("Rain");
+        CTaskIDArray tasks;
+        tasks.Add(excavation);
+        action.addRisk(rain, CRiskID::getNULL());
+        action.assignRiskToTask(tasks, rain.getID());
+        CAssignedRisk assigned(project.getTask(excavation)->getAssignedRisks().GetAt(0));
+        assigned.setValuePercent(20.0);
+        assigned.setStatus(CRiskStatus::Buffered);
+        assigned.setBufferID(buffer);
+        action.changeAssignedRisk(assigned);
+    }
+    CTask const & reserve = *project.getTask(buffer);
+    std::printf("\n%s holds %.1f hours in reserve for rain and ends %s at the latest.\n",
+                static_cast<char const *>(reserve.getName()),
+                static_cast<double>(reserve.getStoredRiskDuration().GetTotalMinutes()) / 60.0,
+                static_cast<char const *>(shown(reserve.getEndOfStoredRisk())));
+}
+
 }  // namespace
 
 int main()
@@ -109,6 +170,9 @@ int main()
     link(project, ids[5], ids[6], CLinkType::FinishToStart);
     schedule(project, ids);
     print(project, "Linked and moved to the first starts that the links allow; * is on the critical path.");
+
+    payFor(project, ids[4]);
+    reckonWithRain(project, ids[1], ids[6]);
 
     {
         CLocalRulesChecker action(&project, user);
