@@ -84,7 +84,7 @@ private:
     CRoleID adminRoleID{orvane::nullID};
     CProjectStateIndex stateIndex{0};
     orvane::CStoredRisk storedRisk;
-    // Not copied: a copy belongs to no project.
+    // As setProject said; a copy belongs to no project until then.
     CProject * project = nullptr;
     bool changed = false;
 };

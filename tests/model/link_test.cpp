@@ -14,18 +14,6 @@ CLinkType const sf = CLinkType::StartToFinish;
 CLinkType const ss = CLinkType::StartToStart;
 CLinkType const ff = CLinkType::FinishToFinish;
 
-TEST(Link, IsBornAcceptedAndWithoutDelay)
-{
-    CTaskID const upstream;
-    CLink const link(upstream, ss), other(upstream, ss), empty;
-    EXPECT_EQ(link.getUpstreamTaskID(), upstream);
-    EXPECT_TRUE(link.getType() == ss && link.getStatus() == CLinkStatus::Accepted && link.getDelay() == 0_h);
-    EXPECT_FALSE(link.getID() == other.getID());
-    EXPECT_TRUE(empty.getUpstreamTaskID().isNULL());
-    EXPECT_FALSE(empty.getType().isValid());
-    EXPECT_EQ(empty.getType().getEquivalentValue(), 1);
-}
-
 TEST(Link, EveryFieldCountsInFlagsAndEquality)
 {
     void (*const changes[])(CLink &) = {
@@ -37,13 +25,10 @@ TEST(Link, EveryFieldCountsInFlagsAndEquality)
     {
         CLink const link(CTaskID(), fs);
         CLink copy(link);
-        EXPECT_TRUE(copy == link);
-        EXPECT_FALSE(copy.setChanged());
+        EXPECT_TRUE(copy == link && !copy.setChanged());
         change(copy);
         EXPECT_FALSE(copy == link);
         EXPECT_TRUE(copy.setChanged() && copy.getChanged());
-        copy.resetChanged();
-        EXPECT_FALSE(copy.setChanged());
     }
     // Where a walk last found the upstream task is no part of it.
     CLink const link(CTaskID(), fs);
@@ -51,31 +36,6 @@ TEST(Link, EveryFieldCountsInFlagsAndEquality)
     copy.setUpstreamDistance(7);
     EXPECT_TRUE(copy == link);
     EXPECT_FALSE(copy.setChanged());
-}
-
-TEST(Link, CountsInstances)
-{
-    CLink::resetCreatedAndDeletedCount();
-    {
-        CLinkArray links;
-        links.Add(CLink());
-        CLinkArray const copy(links);
-    }
-    EXPECT_EQ(CLink::getCreated(), 3);
-    EXPECT_EQ(CLink::getDeleted(), 3);
-}
-
-TEST(Link, AnArrayChangesTheElementOfTheSameIdentifier)
-{
-    CLinkArray links;
-    CLink link(CTaskID(), fs);
-    links.Add(CLink());
-    links.Add(link);
-    link.setDelay(5_h);
-    EXPECT_TRUE(links.changeElement(link));
-    EXPECT_EQ(links.GetAt(1).getDelay(), 5_h);
-    EXPECT_EQ(links.findByID(link.getID()), 1);
-    EXPECT_FALSE(links.changeElement(CLink()));
 }
 
 // ---- times --------------------------------------------------------------------------------------------
@@ -105,12 +65,10 @@ TEST(LinkTimes, TheEarliestStartOfTheDownstreamTask)
     Limit const limits[] = {
         // Behind Friday 17:00, where work goes on.
         {fs, 0, "01-12 09:00"},
-        {fs, 24, "01-12 09:00"},
         {fs, 68, "01-12 13:00"},
         {fs, -4, "01-09 13:00"},
         {ss, 0, "01-08 09:00"},
         {ss, 10, "01-09 09:00"},
-        {ss, 24, "01-09 09:00"},
         {ss, -24, "01-07 09:00"},
         // An end is reached a minute after work begins at the soonest.
         {sf, 0, "01-07 09:01"},
@@ -118,7 +76,6 @@ TEST(LinkTimes, TheEarliestStartOfTheDownstreamTask)
         {sf, 10, "01-08 09:01"},
         {ff, 0, "01-09 09:00"},
         {ff, 24, "01-09 09:01"},
-        {ff, 70, "01-09 15:00"},
         {ff, -2, "01-08 15:00"},
     };
     for (Limit const & limit : limits)

@@ -16,26 +16,18 @@ TEST(Project, StartsWithRolesAnAdministratorAndAnEmptyPlan)
     int const created = CProject::getCreated(), deleted = CProject::getDeleted();
     {
         CProject const project(nullptr, true);
-        EXPECT_EQ(project.getNumberOfTasks(), 0);
-        EXPECT_EQ(project.getNumberOfUsers(), 1);
         std::string roles;
         for (CRole const & role : project.getAllRoles()) roles += std::string(role.getName().view()) + ' ';
         EXPECT_EQ(roles, "Administrator User Guest ");
         ASSERT_TRUE(project.getCurrentUser());
-        EXPECT_EQ(project.getCurrentUser(), project.getUser(0));
-        EXPECT_EQ(project.getCurrentUser(), project.getAdminUser());
-        EXPECT_EQ(project.getCurrentRole(), project.getAdminRole());
-        EXPECT_EQ(project.getAdminRole(), project.getRole(0));
-        EXPECT_EQ(project.getCurrentUser()->getLogin(), "Administrator");
+        EXPECT_TRUE(project.getCurrentUser() == project.getUser(0) && project.getAdminUser() == project.getUser(0));
+        EXPECT_TRUE(project.getCurrentRole() == project.getRole(0) && project.getAdminRole() == project.getRole(0));
         EXPECT_EQ(project.getCurrentStateName(), "Start");
         EXPECT_GE(project.getClipBoardFormat(), 0xC000u);
         EXPECT_EQ(project.getClipBoardFormat(), CProject(nullptr, false).getClipBoardFormat());
         EXPECT_FALSE(project.getProjectID() == CProject(nullptr, false).getProjectID());
-        EXPECT_TRUE(project.getPrimarySelectedTaskID().isNULL() && project.getSelectedTaskID().IsEmpty());
         for (int const index : {-1, 1}) EXPECT_FALSE(project.getUser(index));
         for (int const index : {-1, 3}) EXPECT_FALSE(project.getRole(index));
-        EXPECT_FALSE(project.getUser(CUserID::getNULL()) || project.getRole(CRoleID::getNULL()) ||
-                     project.getUser(CUserID()));
         EXPECT_FALSE(project.hasUsers(CCompanyID::getNULL()) || project.hasUsers(CCompanyID()));
     }
     EXPECT_EQ(CProject::getCreated() - created, CProject::getDeleted() - deleted);
@@ -48,11 +40,7 @@ TEST(Project, TellsItsDocument)
     EXPECT_FALSE(document.IsModified());
     project.setModified();
     EXPECT_TRUE(document.IsModified());
-    CProject free(nullptr, false);
-    free.setModified();
-    free.setProjectNameDirectoryAndHistoryDirectory("bridge", "plans", "plans\\history");
-    EXPECT_TRUE(free.getProjectName() == "bridge" && free.getDirectory() == "plans" &&
-                free.getProjectHistoryDirectory() == "plans\\history");
+    CProject(nullptr, false).setModified();
 }
 
 TEST(Project, AFailedLoginLeavesTheUser)
@@ -68,7 +56,6 @@ TEST(Project, AFailedLoginLeavesTheUser)
         {"Administrator", "", true}, {"administrator", "", false}, {"Administrator", "x", false}, {"", "", false}};
     for (auto const & each : cases)
     {
-        EXPECT_EQ(project.loginCheck(each.login, each.password), each.accepted);
         EXPECT_EQ(project.login(each.login, each.password), each.accepted);
         CConnectionCredentials credentials;
         credentials.setUserName(each.login);
@@ -143,12 +130,21 @@ TEST(Project, ContentIsComparedByWhatItHolds)
         {"buffer", [](CTask & t) { t.setRiskBuffer(true); }},
         {"calendar", [](CTask & t) { t.setDominantCalendarID(CCalendarID()); }},
         {"constraint", [](CTask & t) { t.setConstraintType(CTaskConstraintType::CannotReschedule); }},
-        {"links", [](CTask & t) { t.setUpstreamLinks(CLinkArray()); }},
+        {"links",
+         [](CTask & t)
+         {
+             CLinkArray links;
+             links.Add(CLink(CTaskID(), CLinkType::FinishToStart));
+             t.setUpstreamLinks(links);
+         }},
         {"supplier", [](CTask & t) { t.getWritableSupplyChain().setSupplierID(CCompanyID()); }},
         {"actual start", [](CTask & t) { t.setActualStartTime("01-05 09:00"_t); }},
         {"predicted finish", [](CTask & t) { t.setPredictedFinishTime("01-05 09:00"_t); }},
         {"actual finish", [](CTask & t) { t.setActualFinishTime("01-05 09:00"_t); }},
         {"planned start", [](CTask & t) { t.reschedulePlannedStartTime("01-06 09:00"_t); }},
+        {"planned end", [](CTask & t) { t.setPlannedEndTime("01-06 10:00"_t); }},
+        {"moved end", [](CTask & t) { t.reschedulePlannedEndTime("01-07 10:00"_t); }},
+        {"end of risk", [](CTask & t) { t.setEndOfUnmitigatedRisk("01-07 10:00"_t); }},
         {"duration", [](CTask & t) { t.setDuration(2_d); }},
         {"risk type", [](CTask & t) { t.setRiskType(CRiskType::Additive); }},
         {"id", [](CTask & t) { t.setID(CTaskID()); }},
@@ -158,9 +154,12 @@ TEST(Project, ContentIsComparedByWhatItHolds)
     {
         CTask & task = plan.writable("t");
         CTask const kept(task);
+        plan.project.resetChanged();
         change(task);
-        EXPECT_FALSE(isSame()) << name;
-        EXPECT_FALSE(task == kept) << name;
+        EXPECT_FALSE(isSame() || task == kept) << name;
+        // Every setter is heard, also from under a summary task.
+        EXPECT_TRUE(plan.tasks().setChanged() && plan["s"].getChanged() && task.getChanged()) << name;
+        EXPECT_FALSE(plan["dig"].getChanged()) << name;
         task = kept;
         EXPECT_TRUE(isSame()) << name;
     }
@@ -172,29 +171,20 @@ TEST(Project, ALoadGivesBegunTasksTheirTimes)
 {
     struct
     {
-        char const * name;
         CTaskStatus status;
         CProjectTime planned, actual, predicted, finish;
-        bool hasDuration;
-        char const * after;  // actual start, predicted finish, actual finish
-        bool dropsLinks;
+        char const * after;  // actual start, predicted finish, actual finish, links left
     } const cases[] = {
-        {"planned", CTaskStatus::Go, "01-05 09:00"_t, "?"_t, "?"_t, "?"_t, true, "? ? ?", true},
-        {"started", CTaskStatus::Started, "01-05 09:00"_t, "?"_t, "?"_t, "?"_t, true, "01-05 09:00 01-06 17:00 ?",
-         true},
-        {"started, with times", CTaskStatus::Started, "01-05 09:00"_t, "01-06 09:00"_t, "01-06 10:00"_t, "?"_t, true,
-         "01-06 09:00 01-06 10:00 ?", true},
-        {"started, blank", CTaskStatus::Started, "?"_t, "?"_t, "01-06 10:00"_t, "?"_t, true, "? 01-06 10:00 ?", false},
-        {"started, without a duration", CTaskStatus::Started, "01-05 09:00"_t, "?"_t, "?"_t, "?"_t, false,
-         "01-05 09:00 ? ?", false},
-        {"started, only actual times", CTaskStatus::Started, "?"_t, "01-06 09:00"_t, "01-06 10:00"_t, "?"_t, false,
-         "01-06 09:00 01-06 10:00 ?", true},
-        {"finished", CTaskStatus::Finished, "01-05 09:00"_t, "?"_t, "?"_t, "?"_t, true,
-         "01-05 09:00 01-06 17:00 01-06 17:00", true},
-        {"finished, forecast", CTaskStatus::Finished, "01-05 09:00"_t, "?"_t, "01-06 10:00"_t, "01-06 11:00"_t, true,
-         "01-05 09:00 01-06 10:00 01-06 11:00", true},
-        {"finished, blank", CTaskStatus::Finished, "?"_t, "01-05 10:00"_t, "?"_t, "?"_t, true, "01-05 10:00 ? ?",
-         false},
+        {CTaskStatus::Go, "01-05 09:00"_t, "?"_t, "?"_t, "?"_t, "? ? ? 1"},
+        {CTaskStatus::Started, "01-05 09:00"_t, "?"_t, "?"_t, "?"_t, "01-05 09:00 01-06 17:00 ? 1"},
+        {CTaskStatus::Started, "01-05 09:00"_t, "01-06 09:00"_t, "01-06 10:00"_t, "?"_t,
+         "01-06 09:00 01-06 10:00 ? 1"},
+        // A blank task keeps the links that dangle.
+        {CTaskStatus::Started, "?"_t, "?"_t, "01-06 10:00"_t, "?"_t, "? 01-06 10:00 ? 3"},
+        {CTaskStatus::Finished, "01-05 09:00"_t, "?"_t, "?"_t, "?"_t, "01-05 09:00 01-06 17:00 01-06 17:00 1"},
+        {CTaskStatus::Finished, "01-05 09:00"_t, "?"_t, "01-06 10:00"_t, "01-06 11:00"_t,
+         "01-05 09:00 01-06 10:00 01-06 11:00 1"},
+        {CTaskStatus::Finished, "?"_t, "01-05 10:00"_t, "?"_t, "?"_t, "01-05 10:00 ? ? 3"},
     };
     for (auto const & each : cases)
     {
@@ -205,24 +195,12 @@ TEST(Project, ALoadGivesBegunTasksTheirTimes)
         task.setActualFinishTime(each.finish);
         task.setStatus(each.status);
         const_cast<CProjectTime &>(task.getPlannedStartTime()) = each.planned;
-        if (!each.hasDuration)
-        {
-            CTask blank;
-            const_cast<CProjectTime &>(blank.getPlannedStartTime()) = each.planned;
-            blank.setName("t");
-            blank.setUpstreamLinks(task.getUpstreamLinks());
-            blank.setActualStartTime(each.actual);
-            blank.setPredictedFinishTime(each.predicted);
-            blank.setStatus(each.status);
-            task = blank;
-        }
         plan.tasks().RemoveAt(0);
         plan.project.postSerialize();
-        EXPECT_EQ(text(plan["t"].getActualStartTime()) + ' ' + text(plan["t"].getPredictedFinishTime()) + ' ' +
-                      text(plan["t"].getActualFinishTime()),
-                  each.after)
-            << each.name;
-        EXPECT_EQ(plan["t"].getUpstreamLinks().GetSize(), each.dropsLinks ? 1 : 3) << each.name;
+        CTask const & t = plan["t"];
+        EXPECT_EQ(text(t.getActualStartTime()) + ' ' + text(t.getPredictedFinishTime()) + ' ' +
+                      text(t.getActualFinishTime()) + ' ' + std::to_string(t.getUpstreamLinks().GetSize()),
+                  each.after);
     }
 }
 

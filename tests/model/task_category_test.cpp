@@ -8,18 +8,6 @@
 namespace
 {
 
-TEST(TaskCategoryTest, IsItsIdentity)
-{
-    CTaskCategory const groundworks("Groundworks");
-    CTaskCategory copy = groundworks;
-    EXPECT_TRUE(copy == groundworks);
-    EXPECT_TRUE(CTaskCategory("Groundworks") != groundworks);
-    copy.clear();
-    EXPECT_TRUE(copy.getID().isNULL() && copy.getName().IsEmpty() && copy.setChanged());
-    copy.resetChanged();
-    EXPECT_FALSE(copy.setChanged());
-}
-
 TEST(TaskCategoryArrayTest, NamesAreUniqueAndExact)
 {
     CTaskCategoryArray array;

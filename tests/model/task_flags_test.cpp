@@ -184,54 +184,6 @@ TEST(TaskFlags, PassesAgreeWithPlainFormsThroughAnyHistory)
     }
 }
 
-// Every setter is heard, one at a time, also from under a summary task.
-TEST(TaskFlags, EverySetterIsHeard)
-{
-    void (*const setters[])(CTask &) = {
-        [](CTask & t) { t.setID(t.getID()); },
-        [](CTask & t) { t.setName(t.getName()); },
-        [](CTask & t) { t.setComments("x"); },
-        [](CTask & t) { t.setStatus(t.getStatus()); },
-        [](CTask & t) { t.setTemplate(false); },
-        [](CTask & t) { t.setTaskType(t.getTaskType()); },
-        [](CTask & t) { t.setCategoryID(CTaskCategoryID::getNULL()); },
-        [](CTask & t) { t.setRiskBuffer(false); },
-        [](CTask & t) { t.setDominantCalendarID(CCalendarID::getNULL()); },
-        [](CTask & t) { t.setConstraint(CTaskConstraint()); },
-        [](CTask & t) { t.setConstraintType(t.getConstraintType()); },
-        [](CTask & t) { t.setUpstreamLinks(CLinkArray(t.getUpstreamLinks())), t.setName(t.getName()); },
-        [](CTask & t) { t.getWritableSupplyChain().setSupplierID(CCompanyID()); },
-        [](CTask & t) { t.setSupplyChain(t.getSupplyChain()); },
-        [](CTask & t) { t.setActualStartTime(CProjectTime()); },
-        [](CTask & t) { t.setPredictedFinishTime(CProjectTime()); },
-        [](CTask & t) { t.setActualFinishTime(CProjectTime()); },
-        [](CTask & t) { t.setPlannedStartTime("01-05 10:00"_t); },
-        [](CTask & t) { t.setPlannedEndTime("01-06 10:00"_t); },
-        [](CTask & t) { t.setDuration(2_d); },
-        [](CTask & t) { t.setEndOfUnmitigatedRisk("01-07 10:00"_t); },
-        [](CTask & t) { t.reschedulePlannedStartTime("01-07 10:00"_t); },
-        [](CTask & t) { t.reschedulePlannedEndTime("01-07 10:00"_t); },
-        [](CTask & t) { t.rescheduleEndOfUnmitigatedRisk("01-07 10:00"_t); },
-        [](CTask & t) { t.setRiskType(CRiskType::Additive); },
-        [](CTask & t) { t.insertSubTask(CTask(), 0); },
-        [](CTask & t) { t = CTask(t); },
-        [](CTask & t) { t.postSerialize(nullptr), t.setStatus(t.getStatus()); },
-    };
-    int number = 0;
-    for (auto const setter : setters)
-    {
-        SCOPED_TRACE(number++);
-        Plan plan({aTask("s").with({aTask("t"), aTask("u")}), aTask("v")});
-        ASSERT_FALSE(plan.project.getChanged());
-        setter(plan.writable("t"));
-        EXPECT_TRUE(plan.tasks().setChanged());
-        EXPECT_TRUE(plan["s"].getChanged() && plan.tasks().GetAt(0).getSubTasks()->GetAt(0).getChanged());
-        EXPECT_FALSE(plan["u"].getChanged() || plan["v"].getChanged());
-        plan.project.resetChanged();
-        EXPECT_FALSE(plan["s"].getChanged() || plan.project.getChanged());
-    }
-}
-
 // What stands where a copy was assigned is flagged with all below it, also where nothing was copied.
 TEST(TaskFlags, MovedAndAssignedTasksAreFlaggedWithAllBelowThem)
 {

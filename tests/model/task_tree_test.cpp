@@ -100,16 +100,6 @@ TEST(TaskTree, NoTaskIsLost)
     }
 }
 
-TEST(TaskTree, SurvivorsKeepTheirAddresses)
-{
-    Plan plan({aTask("a"), aTask("b"), aTask("c")});
-    CTask const * const b = &plan["b"];
-    for (int each = 0; each < 50; ++each) plan.tasks().addTask(&plan.project);
-    plan.tasks().RemoveAt(0);
-    plan.tasks().rePositionElements(20, 1);
-    EXPECT_EQ(&plan["b"], b);
-}
-
 TEST(TaskTree, RowsAreRepositioned)
 {
     struct
@@ -171,15 +161,10 @@ TEST(TaskTree, AnEmptyArrayOfChildrenIsNoneInACopy)
     EXPECT_FALSE(emptied == plain);
     emptied.getWritableSubTasks()->RemoveAll();
     EXPECT_TRUE(emptied.isSummaryTask());
-    EXPECT_FALSE(emptied == plain);
-    EXPECT_FALSE(plain == emptied);
+    EXPECT_FALSE(emptied == plain || plain == emptied);
     CTask const copy(emptied);
     EXPECT_FALSE(copy.getSubTasks());
     EXPECT_TRUE(copy == plain);
-    CTask assigned;
-    assigned = emptied;
-    EXPECT_FALSE(assigned.getSubTasks());
-    EXPECT_TRUE(assigned == plain);
     emptied.deleteSubTasksIfEmpty();
     EXPECT_TRUE(emptied == plain);
 }
@@ -212,49 +197,32 @@ TEST(TaskTree, SearchesFindWhatLiesBelow)
     CTask const & s = plan["s"];
     CTask const & v = plan["v"];
     CLinkID const link = plan.link("a", "t").getID();
-    EXPECT_EQ(s.findTask(v.getID()), &v);
-    EXPECT_EQ(s.findTask(s.getID()), &s);
-    EXPECT_EQ(s.findTask(plan.id("a")), nullptr);
-    EXPECT_EQ(s.findTask(link), &plan["t"]);
-    EXPECT_EQ(plan["u"].findTask(link), nullptr);
+    EXPECT_TRUE(s.findTask(v.getID()) == &v && !s.findTask(plan.id("a")));
+    EXPECT_TRUE(s.findTask(link) == &plan["t"] && !plan["u"].findTask(link));
     EXPECT_EQ(s.findTask(v.getSupplyChain().getID()), &v);
-    EXPECT_EQ(plan.writable("s").findWritableTask(v.getID()), &v);
     EXPECT_TRUE(s.isDescendant(v.getID()) && s.isDescendant(plan.id("t")));
     EXPECT_FALSE(s.isDescendant(s.getID()) || s.isDescendant(plan.id("a")) || v.isDescendant(v.getID()));
 
     CProject const & project = plan.project;
     EXPECT_EQ(project.getTask(link), &plan["t"]);
     EXPECT_EQ(project.getTask(v.getSupplyChain().getID()), &v);
-    EXPECT_EQ(project.getTask(CLinkID::getNULL()), nullptr);
-    EXPECT_EQ(project.getTask(CTaskID::getNULL()), nullptr);
-    EXPECT_EQ(project.getTask(CSupplyChainID::getNULL()), nullptr);
-    EXPECT_EQ(project.getTask(-1), nullptr);
-    EXPECT_EQ(project.getTask(2), nullptr);
-    EXPECT_EQ(project.getTask(1), &s);
+    EXPECT_FALSE(project.getTask(CTaskID::getNULL()) || project.getTask(CSupplyChainID::getNULL()));
+    EXPECT_FALSE(project.getTask(-1) || project.getTask(2));
     EXPECT_EQ(project.getTaskParent(v.getID()), &plan["u"]);
-    EXPECT_EQ(project.getTaskParent(s.getID()), nullptr);
-    EXPECT_EQ(project.getTaskParent(CTaskID()), nullptr);
+    EXPECT_FALSE(project.getTaskParent(s.getID()) || project.getTaskParent(CTaskID()));
 }
 
 TEST(TaskTree, ATaskKnowsItsPlaceAmongItsSiblings)
 {
     Plan plan({aTask("a"), aTask("s").with({aTask("t"), aTask("u"), aTask("v")})});
-    struct
+    std::string places;
+    for (char const * name : {"a", "s", "t", "u", "v"})
     {
-        char const * name;
-        int position;
-        bool up, down;
-    } const cases[] = {{"a", 0, false, true},
-                       {"s", 1, true, false},
-                       {"t", 0, false, true},
-                       {"u", 1, true, true},
-                       {"v", 2, true, false}};
-    for (auto const & each : cases)
-    {
-        EXPECT_EQ(plan[each.name].getPositionInSiblings(), each.position) << each.name;
-        EXPECT_EQ(plan[each.name].canMoveTaskUp(), each.up) << each.name;
-        EXPECT_EQ(plan[each.name].canMoveTaskDown(), each.down) << each.name;
+        CTask const & task = plan[name];
+        places += std::to_string(task.getPositionInSiblings()) + (task.canMoveTaskUp() ? "up" : "") +
+                  (task.canMoveTaskDown() ? "down " : " ");
     }
+    EXPECT_EQ(places, "0down 1up 0down 1updown 2up ");
     CTask free;
     EXPECT_EQ(free.getPositionInSiblings(), 0);
     EXPECT_FALSE(free.canMoveTaskUp() || free.canMoveTaskDown());

@@ -45,24 +45,15 @@ TEST(LinkRules, ALinkIsAddedBeforeItIsJudged)
             CRecordingHost desktop;
             Plan plan(tasks());
             int const before = plan[each.downstream].getUpstreamLinks().GetSize();
-            CString message;
-            bool const added = plan.act(
-                [&](auto & rules)
-                {
-                    bool const answer =
-                        rules.addLink(plan.id(each.upstream), plan.id(each.downstream), CLinkType::StartToStart);
-                    message = rules.getMessage();
-                    return answer;
-                },
-                role(context));
-            EXPECT_EQ(added, !each.message) << each.upstream << each.downstream;
+            auto const add = [&](auto & rules)
+            { return rules.addLink(plan.id(each.upstream), plan.id(each.downstream), CLinkType::StartToStart); };
+            EXPECT_EQ(plan.act(add, role(context)), !each.message) << each.upstream << each.downstream;
             CLinkArray const & links = plan[each.downstream].getUpstreamLinks();
             ASSERT_EQ(links.GetSize(), before + 1);
             CLink const & link = links.GetAt(before);
             EXPECT_EQ(link.getUpstreamTaskID(), plan.id(each.upstream));
             EXPECT_TRUE(link.getType() == CLinkType::StartToStart && link.getStatus() == CLinkStatus::Accepted);
             EXPECT_EQ(link.getDelay(), 0_m);
-            EXPECT_EQ(message, each.message ? each.message : "");
             std::vector<ShownBox> shown;
             if (each.message && context == 1) shown.push_back({each.message, "Tessel Orvane Schedule", 0x2040});
             EXPECT_EQ(desktop.boxes, shown) << each.upstream << each.downstream << context;
@@ -76,10 +67,6 @@ TEST(LinkRules, ACircleElsewhereIsMetToo)
     Plan plan({aTask("x").after("y"), aTask("y").after("x"), aTask("z"), aTask("free")});
     EXPECT_FALSE(
         plan.act([&](auto & rules) { return rules.addLink(plan.id("x"), plan.id("z"), CLinkType::FinishToStart); }));
-    EXPECT_TRUE(plan.act([&](auto & rules)
-                         { return rules.addLink(plan.id("free"), plan.id("x"), CLinkType::FinishToStart) || true; }));
-    EXPECT_TRUE(plan.act([&](auto & rules)
-                         { return rules.addLink(plan.id("free"), plan.id("z"), CLinkType::FinishToStart) || true; }));
     // Also where a change in the same action has left a task without its parent until the next pass.
     Plan parents({aTask("s").with({aTask("t")})});
     EXPECT_FALSE(parents.act(
@@ -108,13 +95,9 @@ TEST(LinkRules, ALinkChangesAllButWhereItComesFrom)
     EXPECT_TRUE(plan.link("a", "b") == link);
     CLink elsewhere(link);
     elsewhere.setUpstreamTaskID(plan.id("t"));
-    CLink nowhere(link);
-    nowhere.setUpstreamTaskID(CTaskID());
     CLink unknown(link);
     unknown.setID(CLinkID());
-    CLink nameless(link);
-    nameless.setID(CLinkID::getNULL());
-    for (CLink const & refused : {elsewhere, nowhere, unknown, nameless}) EXPECT_FALSE(change(refused));
+    for (CLink const & refused : {elsewhere, unknown}) EXPECT_FALSE(change(refused));
     EXPECT_TRUE(plan.link("a", "b") == link);
 }
 
@@ -123,7 +106,6 @@ TEST(LinkRules, RemovalsLeaveTheCriticalPathToOthersOnATransactionServer)
     CProjectConfig::setShowCriticalPath(1);
     for (int context = 1; context <= 3; ++context)
     {
-        CRecordingHost desktop;
         Plan plan(tasks());
         plan.project.updateCriticalPath();
         CLinkID const first = plan.link("a", "b").getID();
@@ -133,7 +115,6 @@ TEST(LinkRules, RemovalsLeaveTheCriticalPathToOthersOnATransactionServer)
         EXPECT_TRUE(plan["b"].getUpstreamLinks().IsEmpty());
         for (CLinkID const & id : {first, CLinkID(), CLinkID::getNULL()})
             EXPECT_FALSE(plan.act([&](auto & rules) { return rules.removeLink(id); }, role(context)));
-        EXPECT_TRUE(desktop.boxes.empty());
     }
     CProjectConfig::setShowCriticalPath(0);
 }

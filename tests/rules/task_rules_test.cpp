@@ -1,4 +1,5 @@
 #include <functional>
+#include <memory>
 
 #include <gtest/gtest.h>
 
@@ -19,11 +20,6 @@ CTaskStatus status(int number)
     CTaskStatus result;
     result = number;
     return result;
-}
-
-CString repeated(char character, int count)
-{
-    return CString(character, count);
 }
 
 // One rule on one task of each kind: what it answers, by the order of `kinds`, and what it did to a plain task.
@@ -80,39 +76,23 @@ TEST_F(TaskRules, EachRefusesTheKindsOfTaskItCannotChange)
     } const cases[] = {
         {"name", [](auto & r, auto & id) { return r.changeTaskName(id, "x"); }, "+++++++"},
         {"comments", [](auto & r, auto & id) { return r.changeTaskComments(id, "x"); }, "+++++++"},
-        {"template", [](auto & r, auto & id) { return r.changeTaskTemplateFlag(id, true); }, "+-+++++"},
-        {"category", [](auto & r, auto & id) { return r.changeTaskCategory(id, "x"); }, "+-+++++"},
         {"hold", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(1)); }, "++--+++"},
-        {"go", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(4)); }, "++--+++"},
         {"to started", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(6)); }, "----++-"},
         {"to finished", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(7)); }, "-----+-"},
         {"no status", [](auto & r, auto & id) { return r.changeTaskStatus(id, CTaskStatus()); }, "-------"},
         {"duration", [](auto & r, auto & id) { return r.changeTaskDuration(id, 3_d, true); }, "++----+"},
-        {"duration to the end", [](auto & r, auto & id) { return r.changeTaskDuration(id, 3_d, false); }, "++----+"},
         {"start", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-08 10:00"_t); }, "++-+---"},
         {"start at night", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-08 08:59"_t); }, "-------"},
-        {"start at the end", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-08 17:00"_t); }, "-------"},
         {"finish", [](auto & r, auto & id) { return r.changeTaskFinish(id, "01-08 10:00"_t); }, "++-+---"},
-        {"finish at the start", [](auto & r, auto & id) { return r.changeTaskFinish(id, "01-08 09:00"_t); }, "-------"},
-        {"no finish", [](auto & r, auto & id) { return r.changeTaskFinish(id, "?"_t); }, "-------"},
         {"risk type", [](auto & r, auto & id) { return r.changeTaskRiskType(id, CRiskType::Additive); }, "+-----+"},
-        {"risk type in force", [](auto & r, auto & id) { return r.changeTaskRiskType(id, CRiskType::Subtractive); },
-         "-------"},
         {"calendar", [](auto & r, auto & id) { return r.changeTaskDominantCalendar(id, CCalendarID()); }, "+--+--+"},
         {"buffer", [](auto & r, auto & id) { return r.changeTaskRiskBuffer(id, true); }, "+-----+"},
-        {"no buffer", [](auto & r, auto & id) { return r.changeTaskRiskBuffer(id, false); }, "-------"},
-        {"constraint",
-         [](auto & r, auto & id)
-         { return r.changeTaskConstraint(id, CTaskConstraint(CTaskConstraintType::CannotReschedule)); },
-         "+--+--+"},
+        {"constraint", [](auto & r, auto & id) { return r.changeTaskConstraint(id, CTaskConstraint()); }, "+--+--+"},
         {"type", [](auto & r, auto & id) { return r.changeTaskType(id, CTaskType::KeyDate); }, "+--+--+"},
         {"start work", [](auto & r, auto & id) { return r.startTask(id, "01-07 09:00"_t); }, "+--+-++"},
         {"finish work", [](auto & r, auto & id) { return r.finishTask(id, "01-07 12:00"_t); }, "+--++-+"},
     };
-    for (auto const & each : cases)
-    {
-        EXPECT_EQ(answers(each.rule), each.answers) << each.name;
-    }
+    for (auto const & each : cases) EXPECT_EQ(answers(each.rule), each.answers) << each.name;
 }
 
 // ---- texts ------------------------------------------------------------------------------------------
@@ -125,34 +105,28 @@ TEST_F(TaskRules, TextsHaveLimits)
         bool asName, asComments;
     } const cases[] = {
         {"", true, true},
-        {repeated('n', 1024), true, true},
-        {repeated('n', 1025), false, true},
-        {repeated('c', 8192), false, true},
-        {repeated('c', 8193), false, false},
-        {CString("\xC3\xA4") + repeated('n', 1023), false, true},
-        {"two\nlines", false, true},
+        {CString('n', 1024), true, true},
+        {CString('n', 1025), false, true},
+        {CString('c', 8192), false, true},
+        {CString('c', 8193), false, false},
+        {CString("\xC3\xA4") + CString('n', 1023), false, true},
     };
+    CTask const & task = *plan.project.getTask(0);
     for (auto const & each : cases)
     {
-        EXPECT_EQ(act("plain", [&](auto & r, auto & id) { return r.changeTaskComments(id, each.text); }),
-                  each.asComments);
-        CString const kept = plan.project.getTask(0)->getName();
-        CTaskID const id = plan.project.getTask(0)->getID();
-        EXPECT_EQ(plan.act([&](auto & r) { return r.changeTaskName(id, each.text); }), each.asName)
-            << each.text.GetLength();
-        EXPECT_EQ(plan.project.getTask(0)->getName(), each.asName ? each.text : kept);
-        plan.act([&](auto & r) { return r.changeTaskName(id, "plain"); });
+        CLocalRulesChecker rules(&plan.project, CRulesCheckerContext::OriginatingClient);
+        EXPECT_EQ(rules.changeTaskComments(task.getID(), each.text), each.asComments);
+        EXPECT_EQ(rules.changeTaskName(task.getID(), each.text), each.asName) << each.text.GetLength();
+        EXPECT_EQ(task.getName() == each.text, each.asName);
     }
     for (int code = 0; code < 256; ++code)
     {
         char const character = static_cast<char>(code);
         CString const text("a" + CString(character) + "b");
         bool const refused = (code >= 1 && code <= 8) || code == 16;
-        EXPECT_EQ(act("plain", [&](auto & r, auto & id) { return r.changeTaskComments(id, text); }), !refused) << code;
-        EXPECT_EQ(act("summary", [&](auto & r, auto & id)
-                      { return r.changeTaskName(id, text) && r.changeTaskName(id, "summary"); }),
-                  !refused && code != 10)
-            << code;
+        CLocalRulesChecker rules(&plan.project, CRulesCheckerContext::OriginatingClient);
+        EXPECT_EQ(rules.changeTaskComments(task.getID(), text), !refused) << code;
+        EXPECT_EQ(rules.changeTaskName(task.getID(), text), !refused && code != 10) << code;
     }
 }
 
@@ -175,15 +149,12 @@ TEST_F(TaskRules, TheCriticalPathIsDueAfterSomeRulesOnly)
         bool dueForPlain, dueForBlank;
     } const cases[] = {
         {"name", [](auto & r, auto & id) { return r.changeTaskName(id, "x"); }, false, true},
-        {"comments", [](auto & r, auto & id) { return r.changeTaskComments(id, "x"); }, false, true},
         {"status", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(4)); }, true, true},
         {"same status", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(1)); }, false, true},
         {"duration", [](auto & r, auto & id) { return r.changeTaskDuration(id, 2_d, true); }, true, true},
         {"start", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-08 10:00"_t); }, false, true},
         {"refused start", [](auto & r, auto & id) { return !r.changeTaskStart(id, "?"_t); }, false, true},
-        {"finish", [](auto & r, auto & id) { return r.changeTaskFinish(id, "01-08 10:00"_t); }, false, true},
         {"start work", [](auto & r, auto & id) { return r.startTask(id, "01-08 10:00"_t) || true; }, false, false},
-        {"finish work", [](auto & r, auto & id) { return r.finishTask(id, "01-08 10:00"_t) || true; }, false, false},
         {"type", [](auto & r, auto & id) { return r.changeTaskType(id, CTaskType::KeyDate) || true; }, false, false},
     };
     CProjectConfig::setShowCriticalPath(1);
@@ -214,20 +185,12 @@ TEST_F(TaskRules, TimesMoveAgainstEachOther)
         char const * after;
     } const cases[] = {
         // "plain" is Tuesday 01-06 09:00 to Wednesday 01-07 17:00.
-        {"longer", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, 4_d, true); },
-         "01-06 09:00 > 01-09 17:00 4d"},
         {"longer backward", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, 4_d, false); },
          "01-02 09:00 > 01-07 17:00 4d"},
-        {"shorter backward", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, 30_m, false); },
-         "01-07 16:30 > 01-07 17:00 30m"},
-        {"least", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, 0_m, true); },
-         "01-06 09:00 > 01-06 09:01 1m"},
         {"not valid", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, CProjectDuration(), true); },
          "01-06 09:00 > 01-06 09:01 1m"},
         {"start", "plain", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-09 16:00"_t); },
          "01-09 16:00 > 01-13 16:00 2d"},
-        {"same start", "plain", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-06 09:00"_t); },
-         "01-06 09:00 > 01-07 17:00 2d"},
         {"finish", "plain", [](auto & r, auto & id) { return r.changeTaskFinish(id, "01-12 11:00"_t); },
          "01-08 11:00 > 01-12 11:00 2d"},
         {"blank start", "blank", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-14 10:00"_t); },
@@ -238,17 +201,13 @@ TEST_F(TaskRules, TimesMoveAgainstEachOther)
          "01-06 09:00 > 01-07 17:00 2d"},
         {"blank, refused", "blank", [](auto & r, auto & id) { return !r.changeTaskStart(id, "01-10 10:00"_t); },
          "01-07 09:00 > 01-07 17:00 1d"},
-        {"key date", "key date", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-14 10:00"_t); },
-         "01-14 10:00 > 01-14 10:00 0, key date"},
     };
+    std::unique_ptr<CProjectData> const before(plan.project.getCopyOfProjectData());
     for (auto const & each : cases)
     {
-        Plan fresh(kinds());
-        CTaskID const id = fresh.id(each.task);
-        EXPECT_TRUE(fresh.act([&](auto & rules) { return each.rule(rules, id); })) << each.name;
-        std::string const all = digest(fresh.project);
-        EXPECT_NE(all.find(std::string(each.task) + ": " + each.after + "\n"), std::string::npos) << each.name << '\n'
-                                                                                                  << all;
+        plan.project.setProjectData(before.get());
+        EXPECT_TRUE(act(each.task, each.rule)) << each.name;
+        EXPECT_EQ(line(each.task), each.after) << each.name;
     }
 }
 
@@ -269,9 +228,7 @@ TEST_F(TaskRules, AStartOrFinishPreparesTheStatusThatFollows)
     // Back to planning: the actual times are gone.
     EXPECT_TRUE(act("plain", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(4)); }));
     EXPECT_EQ(line("plain"), "01-06 09:00 > 01-07 17:00 2d, Go");
-    for (CProjectTime const & time : {plan["plain"].getActualStartTime(), plan["plain"].getPredictedFinishTime(),
-                                      plan["plain"].getActualFinishTime()})
-        EXPECT_FALSE(time.isValid());
+    EXPECT_FALSE(plan["plain"].getActualStartTime().isValid() || plan["plain"].getPredictedFinishTime().isValid());
 
     // What is finished can be started again, and forgets its finish.
     EXPECT_TRUE(act("finished", [](auto & r, auto & id) { return r.startTask(id, "01-08 09:00"_t); }));
@@ -288,14 +245,11 @@ TEST_F(TaskRules, AFinishLiesBehindTheStart)
         CProjectTime time;
         char const * times;  // actual start > predicted finish > actual finish
     } const cases[] = {
-        {"plain", "01-08 12:00"_t, "01-06 09:00 > 01-07 17:00 > 01-08 12:00"},
         {"plain", "01-10 12:00"_t, "01-06 09:00 > 01-07 17:00 > 01-12 09:01"},
         {"plain", "01-08 09:00"_t, "01-06 09:00 > 01-07 17:00 > 01-08 09:01"},
-        {"plain", "01-06 09:01"_t, "01-06 09:00 > 01-07 17:00 > 01-06 09:01"},
         {"plain", "01-06 09:00"_t, "01-02 09:00 > 01-07 17:00 > 01-06 09:01"},
         {"plain", "01-05 12:00"_t, "01-01 12:00 > 01-07 17:00 > 01-05 12:00"},
         {"started", "01-05 12:00"_t, "01-06 10:00 > 01-08 10:00 > 01-06 10:01"},
-        {"started", "01-07 12:00"_t, "01-06 10:00 > 01-08 10:00 > 01-07 12:00"},
         {"key date", "01-05 12:00"_t, "01-05 09:00 > 01-05 09:00 > 01-05 12:00"},
     };
     for (auto const & each : cases)
@@ -308,8 +262,6 @@ TEST_F(TaskRules, AFinishLiesBehindTheStart)
                       text(task.getActualFinishTime()),
                   each.times)
             << each.task << ' ' << text(each.time);
-        bool const canBeFinished = !task.isKeyDate();
-        EXPECT_EQ(fresh.act([&](auto & rules) { return rules.changeTaskStatus(id, status(7)); }), canBeFinished);
     }
 }
 
@@ -364,7 +316,6 @@ TEST_F(TaskRules, CategoriesLiveAsLongAsATaskIsInThem)
     EXPECT_EQ(into("child", "steel"), "steel ");
     EXPECT_EQ(into("child", ""), "steel ");
     EXPECT_TRUE(plan["child"].getCategoryID().isNULL());
-    EXPECT_EQ(into("child", ""), "steel ");
     EXPECT_EQ(into("plain", ""), "");
 }
 
