@@ -58,3 +58,10 @@ bool CAssignedResourceArray::changeElement(CAssignedResource const & element)
     mutating();
     return true;
 }
+
+void CAssignedResource::Serialize(CProjectArchive & archive)
+{
+    archive.exchangeSince(22, transform, CTransform());
+    archive.exchange(id, resourceID, percentageAssigned, resourceProfileType);
+    archive.exchangeSince(25, displayAsPercent, CProjectBool(true));
+}

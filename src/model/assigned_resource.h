@@ -37,6 +37,8 @@ public:
     static int getDeleted() { return s_deleted; }
     static void resetCreatedAndDeletedCount() { s_created = s_deleted = 0; }
 
+    void Serialize(CProjectArchive & archive);
+
 private:
     friend class orvane::CRecord<CAssignedResource>;
     template <class Visit>

@@ -93,3 +93,8 @@ bool CAssignedRisk::removeCost(CCostID const & sought)
     if (position >= 0) costs.get()->RemoveAt(position);
     return position >= 0;
 }
+
+void CAssignedRisk::Serialize(CProjectArchive & archive)
+{
+    archive.exchange(id, riskID, status, weight, valuePercent, valueFixed, costs, bufferID, valueMode);
+}

@@ -47,6 +47,8 @@ public:
     bool addCost(CCost const & cost);
     bool removeCost(CCostID const & sought);
 
+    void Serialize(CProjectArchive & archive);
+
 private:
     friend class orvane::CRecord<CAssignedRisk>;
     template <class Visit>

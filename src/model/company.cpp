@@ -1,6 +1,7 @@
 #include "model/company.h"
 
 #include "values/record_impl.h"
+#include "view/company_presentation.h"
 
 template <class Visit>
 void CCompany::describe(Visit && visit)
@@ -81,4 +82,14 @@ void CCompany::postSerialize(CProject * project)
     forEachKind([&](auto & resources) {
         for (int each = 0; each < resources.GetSize(); ++each) resources.elementForPass(each).postSerialize(project);
     });
+}
+
+void CCompany::Serialize(CProjectArchive & archive)
+{
+    archive.exchange(id, type, calendar);
+    forEachKind([&](auto & resources) { archive.exchange(resources); });
+    if (archive.fileVersion() >= 12) archive.skipUntil<CUserIDArray>(18);
+    archive.skipUntil<CCompanyPresentation>(35);
+    archive.exchange(name, address, telephoneNumber, faxNumber, emailAddress);
+    archive.exchangeSince(31, color, CProjectColor());
 }

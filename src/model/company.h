@@ -90,6 +90,8 @@ public:
     // After a load.
     void postSerialize(CProject * project);
 
+    void Serialize(CProjectArchive & archive);
+
 private:
     friend class orvane::CRecord<CCompany>;
     template <class Visit>

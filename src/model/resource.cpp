@@ -111,3 +111,14 @@ bool CResourceBase::findResourceCost(CCost & out, CCostID const & sought) const
     if (position >= 0) out = costs.get()->GetAt(position);
     return position >= 0;
 }
+
+void CResourceBase::Serialize(CProjectArchive & archive)
+{
+    archive.exchange(id, name, description, supplierReferences, autoAccept, status, leadTime, orderRequired, costs);
+    archive.skipUntil<CResourcePresentation>(32);
+    archive.skipUntil<CProjectBool>(29);
+    archive.exchange(representations);
+    if (archive.fileVersion() >= 23) archive.skipUntil<CProjectBool>(25);
+    archive.exchangeSince(23, totalUnitsAvailable, 0);
+    archive.exchangeSince(24, resourceUnitType, CResourceUnitType(CResourceUnitType::Unknown));
+}

@@ -38,6 +38,7 @@ public:
     virtual void setProject(CProject * value) { project = value; }
     // Every resource below.
     virtual int countSubResources() const { return 0; }
+    virtual void Serialize(CProjectArchive & archive);
 
     CResourceID const & getID() const { return id; }
     void setID(CResourceID const & value);
@@ -175,6 +176,7 @@ public:
     void resetChanged() override;
     bool setChanged() override;
     int countSubResources() const override;
+    void Serialize(CProjectArchive & archive) override;
     // Flags every field, here and below, as an assignment would.
     void touch();
 
@@ -253,6 +255,7 @@ protected:
     friend class CResourceKind<Self, Array>;
     template <class Visit>
     static void describeOwn(Visit && visit);
+    static void exchangeOwn(Self & resource, CProjectArchive & archive);
 
     CWorkingResource() = default;
     CWorkingResource(CWorkingResource const &) = default;

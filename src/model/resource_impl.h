@@ -1,6 +1,7 @@
 #pragma once
 
-#include "model/resource.h"
+#include "model/location.h"
+#include "model/resources.h"
 #include "values/saturate.h"
 
 namespace orvane
@@ -60,6 +61,17 @@ bool CResourceKind<Self, Array>::equal(Self const & a, Self const & b)
     bool same = CResourceBase::equal(a, b);
     Self::describeOwn([&](char const *, auto field) { same = same && a.*field == b.*field; });
     return same;
+}
+
+template <class Self, class Array>
+void CResourceKind<Self, Array>::Serialize(CProjectArchive & archive)
+{
+    CResourceBase::Serialize(archive);
+    Self::exchangeOwn(static_cast<Self &>(*this), archive);
+    if (archive.IsStoring()) return;
+    // A leaf has no array rather than an empty one.
+    subResources.deleteIfEmpty();
+    CResourceStructure::changes();
 }
 
 // ---- the tree ---------------------------------------------------------------------------------------
@@ -168,6 +180,15 @@ void CWorkingResource<Self, Array>::describeOwn(Visit && visit)
     visit("availablefrom", &CWorkingResource::availableFrom);
     visit("availableto", &CWorkingResource::availableTo);
     visit("subResources", &CWorkingResource::subResources);
+}
+
+template <class Self, class Array>
+void CWorkingResource<Self, Array>::exchangeOwn(Self & resource, CProjectArchive & archive)
+{
+    archive.exchange(resource.calendar, resource.useRatePerDay, resource.percentageUsed);
+    // People were once told where they work.
+    if constexpr (std::is_same_v<Self, CHumanResource>) archive.skipUntil<CLocationArray>(29);
+    archive.exchange(resource.availableFrom, resource.availableTo, resource.subResources);
 }
 
 template <class Self, class Array>

@@ -10,6 +10,12 @@ void CMaterialResource::describeOwn(Visit && visit)
     visit("subResources", &CMaterialResource::subResources);
 }
 
+void CMaterialResource::exchangeOwn(CMaterialResource & resource, CProjectArchive & archive)
+{
+    archive.exchangeSince(8, resource.subResources, orvane::CSubItems<CMaterialResourceArray>());
+    archive.exchange(resource.usedOn, resource.useRatePerDay);
+}
+
 CMaterialResource::CMaterialResource() : usedOn(CProjectDate::GetCurrentDate() + CProjectTimeOfDay(0, 0))
 {
 }

@@ -48,6 +48,7 @@ private:
     friend class orvane::CResourceKind<CMaterialResource, CMaterialResourceArray>;
     template <class Visit>
     static void describeOwn(Visit && visit);
+    static void exchangeOwn(CMaterialResource & resource, CProjectArchive & archive);
 
     CProjectTime usedOn;
 };

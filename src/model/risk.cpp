@@ -2,6 +2,7 @@
 
 #include "platform/message.h"
 #include "values/record_impl.h"
+#include "view/tree_presentation.h"
 
 template <class Visit>
 void CRisk::describe(Visit && visit)
@@ -112,4 +113,10 @@ bool CRisk::removalPrompt(bool assigned) const
         question += "\nIf you continue, tasks will lose their risk assignment.";
     }
     return promptYesNo(question);
+}
+
+void CRisk::Serialize(CProjectArchive & archive)
+{
+    archive.exchange(id, description, subRisks, valueMode);
+    archive.skipUntil<CRiskPresentation>(33);
 }

@@ -46,6 +46,8 @@ public:
     // Asks whether to remove the risk; the answer.
     bool removalPrompt(bool assigned) const;
 
+    void Serialize(CProjectArchive & archive);
+
 private:
     friend class orvane::CRecord<CRisk>;
     template <class Visit>

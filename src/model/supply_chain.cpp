@@ -21,3 +21,9 @@ void CSupplyChain::assignToCompany(CCompanyID const & company)
     if (position >= 0) customerID.SetSize(position);
     supplierID = supplier;
 }
+
+void CSupplyChain::Serialize(CProjectArchive & archive)
+{
+    archive.exchange(id, supplierID);
+    archive.exchangeSince(20, customerID, CCompanyIDArray());
+}

@@ -23,6 +23,8 @@ public:
     // the customers, who leaves the list with all who came later.
     void assignToCompany(CCompanyID const & company);
 
+    void Serialize(CProjectArchive & archive);
+
 private:
     friend class orvane::CRecord<CSupplyChain>;
     template <class Visit>

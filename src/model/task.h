@@ -255,6 +255,8 @@ public:
     int calculateNumberOfChildren() const;
     // Turns empty arrays in the subtree into none, as a file wants it.
     void deleteSubTasksIfEmpty();
+    // The task with all below it, as it stands in a project file.
+    void Serialize(CProjectArchive & archive);
 
     // Searches over the subtree, the task itself first.
     CTask const * findTask(CTaskID const & sought) const;
@@ -348,6 +350,8 @@ private:
     void dropDanglingLinks();
     template <class Test>
     CTask const * findDepthFirst(Test const & test) const;
+    void dropEmptyArrays();
+    void exchangeSubTasks(CProjectArchive & archive);
     CTaskArray & makeSubTasks();
     void dropSubTasks();
     // Flags the task as changed by way of its identifier, where nothing that is left shows the change.

@@ -55,3 +55,9 @@ void CTaskCategoryArray::lentForWriting()
     CTypedArray::lentForWriting();
     nameIndex.drop();
 }
+
+void CTaskCategory::Serialize(CProjectArchive & archive)
+{
+    archive.exchange(name, id);
+    if (archive.IsLoading()) setChanged();
+}

@@ -26,6 +26,8 @@ public:
     void resetChanged();
     void touch();
 
+    void Serialize(CProjectArchive & archive);
+
 private:
     bool changed = false;
     CProjectString name;

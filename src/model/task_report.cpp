@@ -15,3 +15,10 @@ void CTaskReport::describe(Visit && visit)
 }
 
 template class orvane::CRecord<CTaskReport>;
+
+void CTaskReport::Serialize(CProjectArchive & archive)
+{
+    archive.exchange(id, riskID, date, duration, type);
+    archive.exchangeSince(5, comments, "");
+    archive.exchange(costs);
+}

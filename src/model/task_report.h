@@ -25,6 +25,8 @@ public:
     CCostArray const & getCosts() const { return costs; }
     void setCosts(CCostArray const & array) { costs = array; }
 
+    void Serialize(CProjectArchive & archive);
+
 private:
     friend class orvane::CRecord<CTaskReport>;
     template <class Visit>

@@ -62,9 +62,15 @@ int CTask::calculateNumberOfChildren() const
 
 void CTask::deleteSubTasksIfEmpty()
 {
+    dropEmptyArrays();
     if (!subTasks) return;
-    if (subTasks->IsEmpty()) return dropSubTasks();
     for (int each = 0; each < subTasks->GetSize(); ++each) subTasks->elementForPass(each).deleteSubTasksIfEmpty();
+}
+
+void CTask::dropEmptyArrays()
+{
+    if (subTasks && subTasks->IsEmpty()) dropSubTasks();
+    if (fields.costs.deleteIfEmpty()) touched |= stretchOf(fields.costs);
 }
 
 // ---- searches below -------------------------------------------------------------------------------

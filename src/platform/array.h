@@ -85,6 +85,7 @@ public:
         if (slots.empty()) slots = std::move(other.slots);
         else adopt(position, std::move(other.slots));
     }
+    void append(std::unique_ptr<Type> element) { slots.push_back(std::move(element)); }
     // Takes the element at `position` out, alive.
     std::unique_ptr<Type> release(int position)
     {
@@ -293,6 +294,14 @@ protected:
     virtual void leaving(int, int) {}
     virtual void lentForWriting() {}
 
+    // Appends an element that was built elsewhere.
+    void take(std::unique_ptr<Type> element)
+    {
+        mutating();
+        growFor(GetSize(), 1);
+        elements.append(std::move(element));
+        entered(GetUpperBound(), 1);
+    }
     bool holds(int index) const { return index >= 0 && index < GetSize(); }
     Elements & storage() { return elements; }
 

@@ -10,6 +10,8 @@
 #include <glm/gtc/matrix_transform.hpp>
 #include <glm/mat4x4.hpp>
 
+#include "platform/archive.h"
+
 namespace
 {
 
@@ -137,4 +139,10 @@ bool CTransform::read(orvane::IByteSource & source)
         if (!orvane::readNumber(source, number)) return false;
     *this = CTransform(columns);
     return true;
+}
+
+void CTransform::Serialize(CArchive & archive)
+{
+    if (archive.IsStoring()) write(archive);
+    else if (!read(archive)) throw CArchiveException(CArchiveException::endOfFile);
 }

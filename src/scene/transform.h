@@ -7,6 +7,8 @@
 #include <array>
 #include <memory>
 
+class CArchive;
+
 // Where something stands, how it is turned and how large it is: a 4 by 4 matrix of doubles that multiplies
 // column vectors from the left, as usual in graphics. So the fourth column is the translation, and of a
 // product the right factor is applied first. The last row is kept but moves no point.
@@ -62,6 +64,8 @@ public:
     // The same text, in memory from new[] that the caller deletes. Nothing happens with a null pointer.
     void matrixToString(char ** text) const;
 
+    // As written, through an archive; throws where `read` answers false.
+    void Serialize(CArchive & archive);
     // One byte for the identity, 129 for anything else.
     void write(orvane::IByteSink & sink) const;
     // False where the bytes end early or were not written by `write`; the transform is the identity then.

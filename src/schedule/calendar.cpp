@@ -354,3 +354,10 @@ CProjectTime CCalendar::getPrevValidEndTime(CProjectTime const & time) const
 {
     return nearestValid(time, Edge::end, Direction::backward);
 }
+
+void CCalendar::Serialize(CProjectArchive & archive)
+{
+    archive.exchange(inUse, id);
+    if (inUse.getValue()) archive.exchange(week, exceptions, dayTypes, normalDayInUse);
+    if (archive.IsLoading()) contentChanged();
+}

@@ -111,6 +111,9 @@ public:
     CProjectTime getPrevValidStartTime(CProjectTime const & time) const;
     CProjectTime getPrevValidEndTime(CProjectTime const & time) const;
 
+    // What a calendar that is not in use holds is not stored.
+    void Serialize(CProjectArchive & archive);
+
 private:
     friend class orvane::CRecord<CCalendar>;
     template <class Visit>

@@ -53,3 +53,9 @@ void CCalendarWeek::setDay(int day, CCalendarDayTypeID const & dayTypeID)
 {
     if (auto const field = fieldOf(day)) this->*field = dayTypeID;
 }
+
+void CCalendarWeek::Serialize(CProjectArchive & archive)
+{
+    CRecord::Serialize(archive);
+    changed = true;
+}

@@ -12,6 +12,9 @@ public:
     // Any other number is ignored.
     void setDay(int day, CCalendarDayTypeID const & dayTypeID);
 
+    // Flags the week, also when storing.
+    void Serialize(CProjectArchive & archive);
+
 private:
     friend class orvane::CRecord<CCalendarWeek>;
     template <class Visit>

@@ -110,3 +110,27 @@ void CPermissions::makeSubPermissionsInheritFromParent()
     };
     for (auto const & [right, parent] : limits) (this->*right).makeEqualOrLessPermissive(this->*parent);
 }
+
+void CPermissions::Serialize(CProjectArchive & archive)
+{
+    int const version = archive.fileVersion();
+    archive.exchange(writeTasks, readTasks, writeTaskCosts, readTaskCosts);
+    if (version < 20) spreadTaskRights();
+    else
+    {
+        archive.exchange(writeTaskResources, readTaskResources, writeTaskRisks, readTaskRisks, writeTaskRiskCosts,
+                         readTaskRiskCosts, writeTaskReports, readTaskReports, writeTaskReportCosts,
+                         readTaskReportCosts);
+        for (CAccessType * const right : {&writeResources, &readResources, &writeResourceCosts, &readResourceCosts})
+            archive.exchangeSince(26, *right, CAccessType(CAccessType::All));
+    }
+    archive.exchange(writeUsers, writeRoles);
+}
+
+void CPermissions::spreadTaskRights()
+{
+    writeTaskResources = writeTaskRisks = writeTaskReports = writeTasks;
+    readTaskResources = readTaskRisks = readTaskReports = readTasks;
+    writeTaskRiskCosts = writeTaskReportCosts = writeTaskCosts;
+    readTaskRiskCosts = readTaskReportCosts = readTaskCosts;
+}

@@ -101,11 +101,15 @@ public:
     void setWriteUsers(CAccessType const & value) { writeUsers = value; }
     void setWriteRoles(CAccessType const & value) { writeRoles = value; }
 
+    void Serialize(CProjectArchive & archive);
+
 private:
     friend class orvane::CRecord<CPermissions>;
     template <class Visit>
     static void describe(Visit && visit);
 
+    // Files once told the rights on tasks and their costs alone: those on details follow them.
+    void spreadTaskRights();
     static bool onTask(CAccessType const & right, User user, Task task);
     static bool onResource(CAccessType const & right, User user, Owner owner)
     {

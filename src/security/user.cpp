@@ -2,6 +2,7 @@
 
 #include "model/project.h"
 #include "platform/host.h"
+#include "model/user_job_function.h"
 #include "values/record_impl.h"
 
 template <class Visit>
@@ -86,4 +87,15 @@ int CUserArray::findByLogin(orvane::Text login) const
     for (int position = 0; position < GetSize(); ++position)
         if (GetAt(position).getLogin().view() == login) return position;
     return -1;
+}
+
+void CUser::Serialize(CProjectArchive & archive)
+{
+    archive.exchange(id);
+    archive.skipUntil<CCompanyID>(11);
+    archive.skipUntil<CUserJobFunction>(17);
+    archive.exchange(name, login, password, email, telephoneNumber, mobileTelephoneNumber);
+    archive.exchangeSince(17, roleID, CRoleID::getNULL());
+    archive.exchangeSince(18, companyID, CCompanyID::getNULL());
+    archive.exchangeSince(18, permissions, CPermissions());
 }

@@ -87,6 +87,8 @@ public:
     void postSerialize(CProject * project);
     void setProject(CProject * value) { project = value; }
 
+    void Serialize(CProjectArchive & archive);
+
 private:
     friend class orvane::CRecord<CUser>;
     template <class Visit>

@@ -119,6 +119,14 @@ void CProjectTimeOfDaySpan::updateValidity()
     valid = start <= end && getEndMinute() != 0;
 }
 
+void CProjectTimeOfDaySpan::Serialize(CProjectArchive & archive)
+{
+    archive.exchange(start, end);
+    if (!archive.IsLoading()) return;
+    updateValidity();
+    changed = true;
+}
+
 void CProjectTimeOfDaySpan::set(CProjectTimeOfDay & part, CProjectTimeOfDay const & time)
 {
     part = time;

@@ -22,6 +22,7 @@ class CTimed : public CFlagged<Self, CopyCounts::asChange>
 {
 public:
     CTime getCTime() const { return time; }
+    void Serialize(CProjectArchive & archive) { this->exchangeLeaf(archive, time); }
 
     friend std::strong_ordering operator<=>(Self const & a, Self const & b) { return a.time <=> b.time; }
 
@@ -68,6 +69,9 @@ public:
     {
     }
 
+    // Unlike other values a time is not flagged by being loaded.
+    void Serialize(CProjectArchive & archive) { archive.exchange(time, valid); }
+
     // The present minute.
     static CProjectTime GetTickCount() { return CProjectTime(CTime::GetCurrentTime()); }
 
@@ -78,6 +82,10 @@ public:
 
     int GetHour() const { return time.GetHour(); }
     int GetMinute() const { return time.GetMinute(); }
+    // As "14:30 Mo, 05 Jan, 2004", or as "14:30 05/01/04" while DisplayTimeConcise is set.
+    CString getString() const;
+    // Always the concise form of getString.
+    CString getLongString() const;
     // The two parts; they are valid when the time is.
     CProjectDate getDate() const;
     CProjectTimeOfDay getTimeOfDay() const;
@@ -175,6 +183,11 @@ public:
         return CProjectDate(CTime::fromLocalSeconds(bounded * orvane::secondsPerDay));
     }
 
+    // As "Mo, 05 Jan, 2004", or as "05/01/04" while DisplayTimeConcise is set.
+    CString getString() const;
+    // In English, whatever the locale.
+    CString GetDayOfWeekAsString() const;
+
     // By days, also across changes of the clock; always valid.
     CProjectDate operator+(int days) const;
     CProjectDate operator-(int days) const;
@@ -212,6 +225,7 @@ public:
     void setStart(CProjectTimeOfDay const & time) { set(start, time); }
     void setEnd(CProjectTimeOfDay const & time) { set(end, time); }
     void updateValidity();
+    void Serialize(CProjectArchive & archive);
 
     // The same without a copy.
     int getStartMinute() const { return start.getMinuteOfDay(); }

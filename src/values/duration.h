@@ -7,6 +7,7 @@
 #include <cstdint>
 
 class CCalendar;
+class CString;
 
 // A length of working or elapsed time: whole minutes, kept in seconds of 32 bits. What lies beyond
 // stops at the ends; all divisions cut toward zero. As working time it counts working seconds: a day
@@ -36,6 +37,8 @@ public:
         return *this;
     }
 
+    void Serialize(CProjectArchive & archive) { exchangeLeaf(archive, seconds); }
+
     // What such an assignment would have left.
     void touch() { changed = valid; }
 
@@ -46,12 +49,19 @@ public:
     int GetHours() const { return seconds / 3600 % 24; }
     int GetMinutes() const { return seconds / 60 % 60; }
 
+    // Elapsed time in days of 24 hours, as "1 Day, 1 Hour, 30 Minutes", or as "1d, 1h, 30m" while
+    // DisplayDurationConcise is set. "0 Days" when nothing is above zero, empty when it is not valid. The long
+    // form takes the plural of its days from the hours: "1 Days, 2 Hours", "2 Day, 1 Hour".
+    CString getString() const;
+
     // ---- in the working days of a calendar: defined with the calendar --------------------------
     CProjectDuration(long days, int hours, int minutes, CCalendar const & calendar);
     // 0 when the calendar's normal day has no working time.
     long GetDays(CCalendar const & calendar) const;
     int GetHours(CCalendar const & calendar) const;
     int GetMinutes(CCalendar const & calendar) const;
+    // Working time; each plural follows its own count.
+    CString getString(CCalendar const & calendar) const;
     // --------------------------------------------------------------------------------------------
 
     // Always valid, in whole minutes.

@@ -83,6 +83,17 @@ public:
         return stands ? value : Self::row.unknownReads;
     }
 
+    // The stored number. Loading starts from a fresh value, so that an unknown number leaves no trace of the old.
+    void Serialize(CProjectArchive & archive)
+    {
+        int number = getEquivalentValue();
+        archive.exchange(number);
+        if (!archive.IsLoading()) return;
+        Self loaded;
+        loaded = number;
+        static_cast<Self &>(*this) = loaded;
+    }
+
     // The value alone; flags play no part.
     friend bool operator==(Self const & a, Self const & b) { return a.value == b.value; }
 

@@ -39,6 +39,12 @@ public:
     virtual CString tagName() const { return "ProjectID"; }
 
     bool isNULL() const { return guid == _GUID{}; }
+    // The bytes in memory order. Loading is a change; whether it is valid stays.
+    void Serialize(CProjectArchive & archive)
+    {
+        archive.exchangeBytes(&guid, sizeof guid);
+        changed |= archive.IsLoading();
+    }
     // Makes the identifier NULL: valid and changed.
     void clear();
 

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/project_archive.h"
+
 namespace orvane
 {
 
@@ -23,6 +25,12 @@ public:
     }
 
     Value const & get() const { return value; }
+
+    void Serialize(CProjectArchive & archive)
+    {
+        value.Serialize(archive);
+        changed |= archive.IsLoading();
+    }
 
     bool setChanged() const { return changed; }
     void resetChanged() { changed = false; }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/object.h"
+#include "platform/project_archive.h"
 
 namespace orvane
 {
@@ -22,6 +23,8 @@ public:
     // Derives the flag from the fields. Every field is asked, so that each can derive its own.
     bool setChanged();
     void resetChanged();
+    // The fields as they stand in a project file. A record whose file has another order says its own.
+    void Serialize(CProjectArchive & archive);
     // Turns a copy into what an assignment would have left: every field flagged.
     void touch();
 

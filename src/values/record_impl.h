@@ -21,6 +21,12 @@ void CRecord<Self, Base>::resetChanged()
 }
 
 template <class Self, class Base>
+void CRecord<Self, Base>::Serialize(CProjectArchive & archive)
+{
+    Self::describe([&](char const *, auto field) { archive.exchange(self().*field); });
+}
+
+template <class Self, class Base>
 void CRecord<Self, Base>::touch()
 {
     Self::describe([this](char const *, auto field) { (self().*field).touch(); });

@@ -12,3 +12,15 @@ CProjectColor::operator unsigned long() const
     }
     return number;
 }
+
+void CProjectString::Serialize(CProjectArchive & archive)
+{
+    archive.exchange(valid, static_cast<CString &>(*this));
+    changed |= archive.IsLoading();
+}
+
+void CProjectColor::Serialize(CProjectArchive & archive)
+{
+    CColor::Serialize(archive);
+    if (archive.IsLoading()) touch();
+}

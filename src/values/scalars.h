@@ -21,6 +21,8 @@ public:
     {
     }
 
+    void Serialize(CProjectArchive & archive) { exchangeLeaf(archive, value); }
+
     bool getValue() const { return value; }
     operator int() const { return value; }
 
@@ -48,6 +50,7 @@ class CProjectInt : public orvane::CFlagged<CProjectInt>
 public:
     CProjectInt() = default;
     CProjectInt(int value) : CFlagged(true), value(value) {}
+    void Serialize(CProjectArchive & archive) { exchangeLeaf(archive, value); }
 
     int getValue() const { return value; }
 
@@ -87,6 +90,7 @@ class CProjectDouble : public orvane::CFlagged<CProjectDouble>
 public:
     CProjectDouble() = default;
     CProjectDouble(double value) : CFlagged(true), value(value) {}
+    void Serialize(CProjectArchive & archive) { exchangeLeaf(archive, value); }
 
     double getValue() const { return value; }
 
@@ -128,6 +132,7 @@ public:
     {
     }
     CProjectString(CProjectString const &) = default;
+    void Serialize(CProjectArchive & archive);
     CProjectString & operator=(CProjectString const &) = default;
 
     CProjectString & operator=(CString const & text) { return given(CString::operator=(text)); }
@@ -181,6 +186,8 @@ public:
         return *this;
     }
     void touch() { valid = changed = true; }
+    // The components alone: a colour that was loaded is valid.
+    void Serialize(CProjectArchive & archive);
 
     operator unsigned long() const;
 
@@ -195,6 +202,7 @@ class CProjectStateIndex : public CDynamic<CProjectStateIndex>
 public:
     CProjectStateIndex() = default;
     CProjectStateIndex(int index) : index(index), valid(true) {}
+    void Serialize(CProjectArchive & archive) { archive.exchange(index, valid, acknowledged); }
 
     int getValue() const { return index; }
     bool getAcknowledged() const { return acknowledged; }

@@ -2,6 +2,8 @@
 
 #include <memory>
 
+#include "platform/project_archive.h"
+
 namespace orvane
 {
 
@@ -41,6 +43,17 @@ public:
         bool const drops = items && items->IsEmpty();
         if (drops) items.reset();
         return drops;
+    }
+
+    // Whether there is an array, then the array.
+    void Serialize(CProjectArchive & archive)
+    {
+        bool exists = items != nullptr;
+        archive.exchange(exists);
+        if (archive.IsLoading()) items = exists ? std::make_unique<Array>() : nullptr;
+        if (!exists) return;
+        CProjectArchive::CNested const nested(archive);
+        archive.exchange(*items);
     }
 
     bool setChanged() { return items && items->setChanged(); }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <type_traits>
 
 #include "platform/array.h"
@@ -60,6 +61,26 @@ public:
     }
     // Elements of a copied array are flagged as assigned already: nothing is left to flag.
     void touch() {}
+
+    // The number of elements, then each. Loading adds them one by one as they come, since the number is only what
+    // the file says.
+    void Serialize(CProjectArchive & archive)
+    {
+        int const count = archive.exchangeCount(this->GetSize());
+        if (archive.IsStoring())
+        {
+            for (int each = 0; each < count; ++each) archive.exchange(this->elementForPass(each));
+            return;
+        }
+        this->RemoveAll();
+        for (int each = 0; each < count; ++each)
+        {
+            archive.claimMemory(sizeof(Element));
+            auto element = std::make_unique<Element>();
+            archive.exchange(*element);
+            this->take(std::move(element));
+        }
+    }
 
     // Equal size, and equal elements in the order of storage; flags play no part.
     friend bool operator==(Self const & a, Self const & b) { return equal(a, b); }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/object.h"
+#include "platform/project_archive.h"
 
 namespace orvane
 {
@@ -42,6 +43,14 @@ protected:
         return *this;
     }
     ~CFlagged() override = default;
+
+    // The value as files hold it: itself, then whether it is valid. Having been loaded is a change.
+    template <class Value>
+    void exchangeLeaf(CProjectArchive & archive, Value & value)
+    {
+        archive.exchange(value, valid);
+        changed |= archive.IsLoading();
+    }
 
     bool changed = false;
     bool valid = false;

@@ -25,3 +25,9 @@ void C3DPresentation::clear()
     displayMode3D = CProjectConfig::get3DDisplayMode();
     lockMode3D = C3DLockMode::Mode3;
 }
+
+void C3DPresentation::Serialize(CProjectArchive & archive)
+{
+    archive.exchange(displayMode3D);
+    archive.exchangeSince(41, lockMode3D, C3DPresentation().lockMode3D);
+}

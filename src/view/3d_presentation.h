@@ -18,6 +18,8 @@ public:
     C3DLockMode const & get3DLockMode() const { return lockMode3D; }
     void set3DLockMode(C3DLockMode const & mode) { lockMode3D = mode; }
 
+    void Serialize(CProjectArchive & archive);
+
 private:
     friend class orvane::CRecord<C3DPresentation>;
     template <class Visit>

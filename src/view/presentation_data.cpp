@@ -364,3 +364,17 @@ bool CPresentationData::removeTaskPresentation(CTaskID const & id)
 {
     return removePresentation(taskPresentations, id);
 }
+
+void CPresentationData::Serialize(CProjectArchive & archive)
+{
+    archive.exchange(primarySelectedTaskID, selectedTaskID, selectedCompanyID, selectedResourceID, selectedRiskID,
+                     selectedTaskReportID, selectedTaskReportCostID, selectedUserID, selectedRoleID, selectedFilterID,
+                     selectedAssignedRiskCostID, selectedTaskCostID, selectedResourceCostID);
+    archive.exchange(resourceUtilisationPresentation, navigatorPresentation, presentation3D, ganttPresentation,
+                     evaGraphPresentation);
+    archive.exchangeSince(32, resourcePresentations, CResourcePresentationMap());
+    archive.exchangeSince(33, riskPresentations, CRiskPresentationMap());
+    archive.exchangeSince(34, taskPresentations, CTaskPresentationMap());
+    archive.exchangeSince(42, primarySelectedSceneEntityID, CEntityID::getNULL());
+    archive.exchangeSince(42, selectedSceneEntityID, CEntityIDArray());
+}

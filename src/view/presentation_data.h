@@ -128,6 +128,11 @@ public:
     CRiskPresentationMap const & getRiskPresentations() const { return riskPresentations; }
     CTaskPresentationMap const & getTaskPresentations() const { return taskPresentations; }
 
+    void Serialize(CProjectArchive & archive);
+    // A file of its own. 1, or 0 when it cannot be opened, which the user is told; what goes wrong later throws.
+    int saveToFile(CString const & fileName);
+    int readFromFile(CString const & fileName);
+
 private:
     friend class orvane::CRecord<CPresentationData>;
     friend class CProject;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+
 #include "platform/map.h"
 #include "values/identifiers.h"
 #include "view/task_presentation.h"
@@ -31,6 +33,28 @@ public:
     void resetChanged() { changed = false; }
     void touch() { changed = true; }
 
+    // The number of entries, then the key and the value of each in the order of a walk.
+    void Serialize(CProjectArchive & archive)
+    {
+        int const count = archive.exchangeCount(this->GetCount());
+        if (archive.IsStoring())
+        {
+            this->forEach([&](Key const & key, Value const & value) { archive << key << value; });
+            return;
+        }
+        RemoveAll();
+        // Not more than what may well come, whatever the file says.
+        this->Reserve(std::min(count, 1 << 16));
+        for (int each = 0; each < count; ++each)
+        {
+            archive.claimMemory(sizeof(Key) + sizeof(Value));
+            Key key{nullID};
+            Value value;
+            archive.exchange(key, value);
+            SetAt(key, value);
+        }
+    }
+
     // Enters the value, or puts it in the place of the one that is there.
     void SetAt(Key const & key, Value const & value)
     {
@@ -50,6 +74,12 @@ public:
     {
         changed = true;
         Base::RemoveAll();
+    }
+    template <class ForEachKey>
+    void refill(ForEachKey const & forEachKey)
+    {
+        changed = true;
+        Base::refill(forEachKey);
     }
 
     // The same entries, whatever their order.

@@ -197,3 +197,9 @@ template class orvane::CRecord<CStatusFilter>;
 template class orvane::CRecord<CResourcesFilter>;
 template class orvane::CRecord<CRiskFilter>;
 template class orvane::CRecord<CCompanyFilter>;
+
+void CCompanyFilter::Serialize(CProjectArchive & archive)
+{
+    archive.exchange(inUse, companyIncluded);
+    archive.exchangeSince(37, mode, CCompanyFilterMode(CCompanyFilterMode::ResourceOwner));
+}

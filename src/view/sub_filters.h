@@ -178,6 +178,8 @@ public:
     // False when not in use.
     bool includeTask(CTask const & task) const;
 
+    void Serialize(CProjectArchive & archive);
+
 private:
     friend class orvane::CRecord<CCompanyFilter>;
     template <class Visit>
