@@ -14,6 +14,7 @@
 #include <variant>
 #include <vector>
 
+#include "platform/file_tools.h"
 #include "platform/registered_name.h"
 #include "platform/settings_store.h"
 
@@ -158,12 +159,6 @@ void set(CSetting<T> & setting, SettingArgument<T> value)
     if constexpr (!std::is_same_v<T, bool>) broadcastProjectConfigChanged();
 }
 
-std::filesystem::path platformPath(CString text)
-{
-    text.Replace('\\', '/');
-    return text.view();
-}
-
 constexpr char const * currentVersion = "2.00";
 
 // The keys below the root that hold settings: ours, and those of the desktop.
@@ -212,8 +207,7 @@ void CProjectConfig::initialize()
 
     // Where a directory cannot be made or told, whoever needs it will find out.
     std::error_code ignored;
-    if (CString const directory = getSystemDirectory(); !directory.IsEmpty())
-        std::filesystem::create_directories(orvane::platformPath(directory), ignored);
+    if (CString const directory = getSystemDirectory(); !directory.IsEmpty()) makeDirectory(directory);
     else if (auto const current = std::filesystem::current_path(ignored); !current.empty())
         setSystemDirectory(CString(current.native()) + '\\');
 }

@@ -2,6 +2,22 @@
 
 #include <vector>
 
+#include "platform/window.h"
+
+// A dialog that the application has laid out in a template of that number.
+class CDialog : public CDynamic<CDialog, CWnd>
+{
+public:
+    explicit CDialog(int templateNumber) : templateNumber(templateNumber) {}
+
+    int getTemplateNumber() const { return templateNumber; }
+    // Shows it and waits until it is closed; the answer is one of `orvane::answer`.
+    virtual int DoModal() = 0;
+
+private:
+    int templateNumber;
+};
+
 // A dialog that stays open beside the others and shows the model. It is known from its construction to
 // its destruction, and is asked to read the model again after every action. One thread.
 class CModelessDialog

@@ -3,6 +3,8 @@
 #include <atomic>
 #include <cerrno>
 #include <cstring>
+#include <optional>
+#include <random>
 #include <system_error>
 
 #include <pthread.h>
@@ -32,36 +34,40 @@ void fillWithEntropy(unsigned char * data, std::size_t size)
     }
 }
 
-// Random identifiers drawn ahead, since one call of the system costs more than the identifier.
-class GuidPool
+// Random identifiers from a generator that the system seeds: one call of the system costs more than many identifiers.
+class GuidStock
 {
 public:
     _GUID take()
     {
-        if (next == pool.size() || drawnAfterForks != forks.load(std::memory_order_relaxed)) draw();
-        _GUID guid = pool[next++];
+        if (!generator || seededAfterForks != forks.load(std::memory_order_relaxed)) seed();
+        std::uint64_t const bytes[] = {(*generator)(), (*generator)()};
+        _GUID guid;
+        std::memcpy(&guid, bytes, sizeof guid);
         guid.Data3 = static_cast<std::uint16_t>((guid.Data3 & 0x0FFF) | 0x4000);
         guid.Data4[0] = static_cast<std::uint8_t>((guid.Data4[0] & 0x3F) | 0x80);
         return guid;
     }
 
 private:
-    void draw()
+    void seed()
     {
         requireForkNotice();
-        next = pool.size();
-        drawnAfterForks = forks;
-        fillWithEntropy(reinterpret_cast<unsigned char *>(pool.data()), sizeof pool);
-        next = 0;
+        // Nothing is drawn unless the system yielded all of it.
+        generator.reset();
+        seededAfterForks = forks;
+        std::array<std::uint32_t, 16> entropy;
+        fillWithEntropy(reinterpret_cast<unsigned char *>(entropy.data()), sizeof entropy);
+        std::seed_seq sequence(entropy.begin(), entropy.end());
+        generator.emplace(sequence);
     }
 
-    std::array<_GUID, 256> pool;
-    std::size_t next = pool.size();
-    std::uint32_t drawnAfterForks = 0;
+    std::optional<std::mt19937_64> generator;
+    std::uint32_t seededAfterForks = 0;
 };
 
 // One for each thread: no lock, and usable from constructors and destructors of static objects.
-constinit thread_local GuidPool stock;
+constinit thread_local GuidStock stock;
 
 }  // namespace
 

@@ -44,7 +44,7 @@ private:
 
 static_assert(sizeof(_GUID) == 16);
 
-// Writes an identifier that nobody has had before: random bytes of the system, marked as version 4. Safe
+// Writes an identifier that nobody has had before: random bytes, seeded by the system, marked as version 4. Safe
 // from every thread and after a fork. False for a null pointer and nothing else; a system that yields no
 // random bytes raises std::system_error, so that an identifier is never repeated.
 bool CoCreateGuid(_GUID * guid);

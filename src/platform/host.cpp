@@ -1,5 +1,7 @@
 #include "platform/host.h"
 
+#include <optional>
+
 #include "platform/clock.h"
 #include "platform/terminal_host.h"
 
@@ -10,6 +12,12 @@ namespace
 orvane::IHost * given = nullptr;
 int waiting = 0;
 
+std::optional<CString> & ownClipboard()
+{
+    static auto & text = *new std::optional<CString>;
+    return text;
+}
+
 }  // namespace
 
 namespace orvane
@@ -18,6 +26,19 @@ namespace orvane
 std::int64_t IHost::currentTime()
 {
     return nowSeconds();
+}
+
+bool IHost::setClipboardText(CString const & text)
+{
+    ownClipboard() = text;
+    return true;
+}
+
+bool IHost::getClipboardText(CString & text)
+{
+    if (!ownClipboard()) return false;
+    text = *ownClipboard();
+    return true;
 }
 
 IHost & host()

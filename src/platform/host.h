@@ -3,6 +3,11 @@
 #include <cstdint>
 
 #include "platform/string.h"
+#include "platform/window.h"
+
+class CDialog;
+class CMenu;
+struct _GUID;
 
 namespace orvane
 {
@@ -27,6 +32,27 @@ namespace answer
 constexpr int ok = 1, yes = 6, no = 7;
 }
 
+// Sounds and colours that a desktop keeps for all its programs.
+namespace system_sound
+{
+constexpr int exclamation = 0x30;
+}
+namespace system_color
+{
+constexpr int buttonFace = 15;
+}
+
+// A text of one line that is shown, centred, in a box of its own and closes by itself. Colours are 0x00BBGGRR.
+struct Notice
+{
+    CString text;
+    Rectangle box;
+    unsigned long background;
+    unsigned long textColor;
+    int milliseconds;
+    int timer;  // the number of the timer that closes it
+};
+
 // What a desktop gives to the library. An application derives its own and hands it to setHost. Only
 // the box must be given; every other member has an answer that fits a program without a desktop.
 // Everything but the clock is called on the thread of the user interface.
@@ -38,6 +64,16 @@ public:
     // Shows a text, waits until the user closes the box, and tells the button: one of `answer`.
     virtual int messageBox(CString const & text, CString const & caption, unsigned flags) = 0;
 
+    // The same, in front of a window that waits with it.
+    virtual int ownedMessageBox([[maybe_unused]] CWnd & owner, CString const & text, CString const & caption, unsigned flags)
+    {
+        return messageBox(text, caption, flags);
+    }
+    // Shows a notice in a dialog, and returns when its time is over or the user closed it.
+    virtual void showNotice([[maybe_unused]] CDialog & dialog, [[maybe_unused]] Notice const & notice) {}
+    // One of `system_sound`.
+    virtual void beep([[maybe_unused]] int sound) {}
+
     // The user has to wait from the first to the second. Calls come in pairs and do not nest.
     virtual void beginWaitCursor() {}
     virtual void endWaitCursor() {}
@@ -48,6 +84,37 @@ public:
 
     // Seconds since the beginning of 1970, universal time.
     virtual std::int64_t currentTime();
+
+    // The clipboard's plain text. False when it cannot be set, or holds none. At first it is one that this
+    // process alone sees.
+    virtual bool setClipboardText(CString const & text);
+    virtual bool getClipboardText(CString & text);
+
+    // What controls show. Without a desktop there are none: every property reads as 0, and what is written
+    // or called goes nowhere.
+    virtual ControlValue readControl([[maybe_unused]] CWnd const & control, [[maybe_unused]] int property,
+                                     [[maybe_unused]] int index)
+    {
+        return {};
+    }
+    virtual void writeControl([[maybe_unused]] CWnd & control, [[maybe_unused]] int property, [[maybe_unused]] int index,
+                              [[maybe_unused]] ControlValue const & value)
+    {
+    }
+    virtual void callControl([[maybe_unused]] CWnd & control, [[maybe_unused]] int method) {}
+    // Makes the control of a class in its parent, which may be null; false when it cannot be made.
+    virtual bool createControl([[maybe_unused]] CWnd & control, [[maybe_unused]] _GUID const & controlClass,
+                               [[maybe_unused]] Rectangle const & box, [[maybe_unused]] CWnd * parent,
+                               [[maybe_unused]] int id)
+    {
+        return false;
+    }
+    virtual Rectangle windowRectangle([[maybe_unused]] CWnd const & window) { return {}; }
+    // A menu has changed and should be shown anew.
+    virtual void menuChanged([[maybe_unused]] CMenu const & menu) {}
+    virtual bool isLeftMouseButtonDown() { return false; }
+    // One of `system_color` as 0x00BBGGRR; grey unless the desktop has another.
+    virtual unsigned long systemColor([[maybe_unused]] int number) { return 0xC0C0C0; }
 };
 
 // The desktop in use: the one given last, at first the terminal.

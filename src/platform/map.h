@@ -1,8 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <functional>
+#include <iterator>
 #include <memory>
 #include <string_view>
 #include <unordered_set>
@@ -104,9 +107,27 @@ public:
     }
     void RemoveAll()
     {
+        for (Entry * const entry : index) delete entry;
         index.clear();
-        for (Entry *& chain : chains)
-            while (chain) std::unique_ptr<Entry>(std::exchange(chain, chain->next));
+        std::ranges::fill(chains, nullptr);
+    }
+    void Reserve(int count) { index.reserve(static_cast<std::size_t>(std::max(count, 0))); }
+    // Makes the map what it would be if it were emptied and filled anew with the keys that `forEachKey(enter)` names,
+    // in that order: each with the value that it had, or with a default one.
+    template <class ForEachKey>
+    void refill(ForEachKey const & forEachKey)
+    {
+        for (Entry * const entry : index) entry->chain = unchained;
+        std::ranges::fill(chains, nullptr);
+        std::size_t named = 0;
+        forEachKey([&](ArgKey key) {
+            auto const found = index.find(orvane::keyBytes(key));
+            if (found == index.end()) enter(key);
+            else if ((*found)->chain == unchained) putFirst(**found);
+            else return;
+            ++named;
+        });
+        if (named < index.size()) dropUnchained();
     }
 
     POSITION GetStartPosition() const { return firstFrom(0); }
@@ -129,6 +150,7 @@ public:
     }
 
 private:
+    static constexpr std::size_t unchained = static_cast<std::size_t>(-1);
     struct Entry
     {
         Key key;
@@ -141,7 +163,14 @@ private:
     {
         using is_transparent = void;
         std::size_t operator()(Entry const * entry) const { return (*this)(orvane::keyBytes(entry->key)); }
-        std::size_t operator()(std::string_view bytes) const { return std::hash<std::string_view>()(bytes); }
+        std::size_t operator()(std::string_view bytes) const
+        {
+            // Identifiers are random already.
+            std::uint64_t halves[2];
+            if (bytes.size() != sizeof halves) return std::hash<std::string_view>()(bytes);
+            std::memcpy(halves, bytes.data(), sizeof halves);
+            return static_cast<std::size_t>(halves[0] ^ (halves[1] * 0x9E3779B97F4A7C15));
+        }
     };
     struct Equal
     {
@@ -156,13 +185,28 @@ private:
 
     Entry * enter(ArgKey key)
     {
-        std::size_t const chain = orvane::chainHash(orvane::keyBytes(key)) % chains.size();
-        auto entry = std::unique_ptr<Entry>(new Entry{Key(key), Value(), chain});
+        auto entry = std::unique_ptr<Entry>(new Entry{Key(key), Value(), unchained});
         index.insert(entry.get());
-        entry->next = chains[chain];
-        if (entry->next) entry->next->previous = entry.get();
-        chains[chain] = entry.get();
+        putFirst(*entry);
         return entry.release();
+    }
+    void putFirst(Entry & entry)
+    {
+        entry.chain = orvane::chainHash(orvane::keyBytes(entry.key)) % chains.size();
+        Entry *& first = chains[entry.chain];
+        entry.next = std::exchange(first, &entry);
+        entry.previous = nullptr;
+        if (entry.next) entry.next->previous = &entry;
+    }
+    void dropUnchained()
+    {
+        std::vector<Entry *> gone;
+        std::ranges::copy_if(index, std::back_inserter(gone), [](Entry const * entry) { return entry->chain == unchained; });
+        for (Entry * const entry : gone)
+        {
+            index.erase(entry);
+            delete entry;
+        }
     }
     void unchain(Entry & entry)
     {

@@ -39,6 +39,20 @@ int CTerminalHost::messageBox(CString const & text, CString const & caption, uns
     return reply;
 }
 
+void CTerminalHost::showNotice(CDialog &, Notice const & notice)
+{
+    CString const line = withoutControls(notice.text) + '\n';
+    std::fwrite(line, 1, line.view().size(), output);
+    std::fflush(output);
+}
+
+void CTerminalHost::beep(int)
+{
+    if (!isatty(fileno(output))) return;
+    std::fputc('\a', output);
+    std::fflush(output);
+}
+
 int CTerminalHost::ask()
 {
     if (!isatty(fileno(input)) || !isatty(fileno(output)))

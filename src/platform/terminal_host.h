@@ -15,6 +15,10 @@ public:
     explicit CTerminalHost(std::FILE * input = stdin, std::FILE * output = stderr) : input(input), output(output) {}
 
     int messageBox(CString const & text, CString const & caption, unsigned flags) override;
+    // A line that stays; nobody has to wait for it.
+    void showNotice(CDialog & dialog, Notice const & notice) override;
+    // Nothing unless the output is a terminal.
+    void beep(int sound) override;
 
 private:
     int ask();

@@ -3,6 +3,8 @@
 #include "platform/host.h"
 #include "platform/string.h"
 
+#include <chrono>
+#include <cstdlib>
 #include <ctime>
 #include <string>
 #include <string_view>
@@ -65,4 +67,17 @@ CString CTime::Format(char const * format) const
         if (length > 0) return CString(std::string_view(text.data(), length - 1));
     }
     return CString();
+}
+
+int getTime()
+{
+    using std::chrono::milliseconds;
+    auto const sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
+    std::int64_t const system = std::chrono::duration_cast<milliseconds>(sinceEpoch).count();
+    std::int64_t const seconds = orvane::host().currentTime();
+    // The system's seconds may lag a little behind its finer clock.
+    bool const agree = std::abs(orvane::saturate<std::int32_t>(system / 1000 - seconds)) <= 1;
+    std::int64_t const moment = agree ? system : seconds * 1000;
+    std::int64_t const local = orvane::toLocalSeconds(orvane::floorDiv(moment, 1000));
+    return static_cast<int>(orvane::floorMod(local, orvane::secondsPerDay) * 1000 + orvane::floorMod(moment, 1000));
 }

@@ -84,3 +84,6 @@ private:
 
     std::int32_t seconds = 0;
 };
+
+// Milliseconds since midnight on the local clock. A host whose clock is not the system's has whole seconds.
+int getTime();

@@ -2,6 +2,7 @@
 
 #include "platform/clock.h"
 #include "platform/string.h"
+#include "tests/support/recording_host.h"
 #include "tests/support/zone_scope.h"
 
 #include <gtest/gtest.h>
@@ -87,5 +88,18 @@ TEST(TimeSpan, SplitsTowardZero)
         EXPECT_EQ(each.GetTotalHours(), sign * 26);
         EXPECT_EQ(std::tuple(each.GetDays(), each.GetHours(), each.GetMinutes(), each.GetSeconds()),
                   std::tuple(sign, sign * 2, sign * 3, sign * 4));
+    }
+}
+
+TEST(Time, OfTheDayCountsFromLocalMidnight)
+{
+    ZoneScope const zone("XYZ-5:30");
+    orvane::CRecordingHost host;
+    std::pair<std::int64_t, int> const cases[] = {
+        {0, 19'800'000}, {-1, 19'799'000}, {18 * 3600 + 1800, 0}, {18 * 3600 + 1799, 86'399'000}};
+    for (auto const & [now, milliseconds] : cases)
+    {
+        host.now = now;
+        EXPECT_EQ(getTime(), milliseconds) << now;
     }
 }
