@@ -1,3 +1,4 @@
+#include "rules/local_rules_checker.h"
 #include "scene/entity_group.h"
 #include "scene/scene.h"
 #include "scene/solids.h"
@@ -111,6 +112,32 @@ void findEntity(benchmark::State & state)
     }
 }
 BENCHMARK(findEntity)->Arg(500)->Arg(50'000);
+
+// Through the rules, any entity in turn: the same for a large scene as for a small one.
+void changeEntityByRules(benchmark::State & state)
+{
+    CScene source;
+    build(source, static_cast<int>(state.range(0)));
+    CObArray copies;
+    for (CObject * const building : *source.getEntityArray())
+        copies.Add(static_cast<CEntity *>(building)->clone().release());
+    CProject project(nullptr, false);
+    CLocalRulesChecker rules(&project, CRulesCheckerContext::TransactionServer);
+    if (!rules.addEntitiesToScene(copies)) state.SkipWithError("the scene did not take the buildings");
+    CObArray all;
+    project.getScene().getAllEntities(all, CEntityExtrusion::GetThisClass(), true);
+    CString const names[] = {"Wall", "Partition"};
+    int next = 0;
+    for (auto _ : state)
+    {
+        next = (next + 7919) % all.GetSize();
+        CEntityID id{orvane::nullID};
+        id.setGUID(static_cast<CEntity *>(all[next])->getHandle().getGUID());
+        rules.renameEntityInScene(id, names[next % 2]);
+        rules.changeEntityMaterial(id, CMaterial());
+    }
+}
+BENCHMARK(changeEntityByRules)->Arg(500)->Arg(50'000);
 
 // One by one, in the order in which they were added, from the flat scene that makes it hardest.
 void deleteEntities(benchmark::State & state)

@@ -86,13 +86,6 @@ void CProject::resetChanged()
     presentationData.resetChanged();
 }
 
-void CProject::setProjectNameDirectoryAndHistoryDirectory(CString const & name, CString const & folder, CString const & historyFolder)
-{
-    projectName = name;
-    directory = folder;
-    projectHistoryDirectory = historyFolder;
-}
-
 // ---- users ----------------------------------------------------------------------------------------
 
 bool CProject::login(CString const & login, CString const & password)

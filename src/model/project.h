@@ -3,10 +3,16 @@
 #include "model/connection_credentials.h"
 #include "model/project_data.h"
 #include "model/resource_index.h"
+#include "persistence/undo_redo_list.h"
 #include "schedule/critical_path_cached_data.h"
 #include "view/presentation_data.h"
 
 class CDocument;
+
+namespace orvane
+{
+struct SaveGuard;
+}
 
 // One open project: its content, the state of its views, and who is logged in. The application reads it
 // through this class and changes it through CLocalRulesChecker alone, one short-lived object per action.
@@ -45,8 +51,43 @@ public:
     CString const & getProjectHistoryDirectory() const { return projectHistoryDirectory; }
     void setProjectNameDirectoryAndHistoryDirectory(CString const & name, CString const & folder, CString const & historyFolder);
     bool getFullHistory() const { return fullHistory; }
-    void setFullHistory(bool keep) { fullHistory = keep; }
+    void setFullHistory(bool keep);
+
+    // Files. A project file is a gzip file of the layout that docs/file-format.md tells.
+    //
+    // The whole project; afterwards, when loading, what a file can lack is given and everything derived.
+    void Serialize(CProjectArchive & archive);
+    // 1 when the project stands in the file, whole and on the disk; until then the file holds what it held before.
+    // 0 when it cannot be opened, which the user is told, and while another save runs. What goes wrong later throws
+    // CFileException or CArchiveException, and further saves answer 0.
+    int saveToFile(CString const & fileName);
+    // 1 when the project was read. 0 when it cannot be opened, when reading failed, which leaves the project partly
+    // replaced, and while another load runs. In place of the first two `throwOnError` throws the integer 0.
+    int readFromFile(CString const & fileName, bool throwOnError);
+
+    // States to come back to; see CProjectUndoRedoList.
+    CProjectStateIndex const & getCurrentStateIndex() const { return projectData.stateIndex; }
+    void setCurrentStateIndex(CProjectStateIndex const & index) { projectData.stateIndex = index; }
     CString const & getCurrentStateName() const { return currentStateName; }
+    // Before an action of that name: keeps the present state, or without full history a recovery file.
+    void pushState(CString const & name);
+    // Goes back to what was kept for the present state.
+    void pullState(bool saveRecovery);
+    bool canUndo() const;
+    bool canRedo() const;
+    // Remove states too far from the present one: within the maximum number all stay.
+    void clearUndoStack() { undoRedoList.clearUndoStack(); }
+    void clearRedoStack() { undoRedoList.clearRedoStack(); }
+    void clearRedoAndUndoStack();
+    // Names of neighbouring states are not kept: always empty, and the array stays as it is.
+    CString const & getUndoStateName() const;
+    CString const & getRedoStateName() const;
+    void getStateNames(CStringArray &, int &) const {}
+
+    // The file from which a project that was open during a crash can be read.
+    static CString const & recoveryFileName();
+    static bool recoveryFileExists();
+    static void removeRecoveryFile();
     // The number under which the project's clipboard format is registered.
     unsigned int getClipBoardFormat() const { return clipboardFormat; }
 
@@ -167,6 +208,17 @@ public:
         return resourceIndex.find(projectData.companies, id);
     }
 
+    // When the first root task starts, and when the last ends with room for all its risk. Blank tasks and times that
+    // are not valid do not count; without any other the answer is not valid.
+    CProjectTime getProjectStart() const;
+    CProjectTime getProjectEnd() const;
+    // Copies of the leaf tasks that start after the moment on which the Gantt view is focussed, that have then begun
+    // and not ended (at the very start or end included), that ended before. A time that is not valid counts as its
+    // number.
+    CTaskArray getTasksScheduledAfterFocussedTime() const;
+    CTaskArray getTasksInProgressDuringFocussedTime() const;
+    CTaskArray getTasksCompletedBeforeFocussedTime() const;
+
     // Money of the whole plan; see CTask::getTreeCosts and its kin.
     double getTotalCosts(CCostTotalType const & totalType) const;
     double getTotalEquipmentResourceCosts(CCostTotalType const & totalType) const;
@@ -175,6 +227,11 @@ public:
     double getTotalMaterialResourceCosts(CCostTotalType const & totalType) const;
     double getTotalMitigatedRiskCosts() const;
     double getTotalUnmitigatedRiskCosts() const;
+
+    // The site in three dimensions.
+    CScene const & getScene() const { return projectData.scene; }
+    // At any depth, at once; null for an unknown entity.
+    CEntity * getEntity(CEntityID const & id) const { return projectData.scene.getEntity(CHandle(id.getGUID())); }
 
     // Filters; the selected one, null when none is, decides which tasks the views show.
     int getNumberOfFilters() const { return projectData.filters.GetSize(); }
@@ -256,8 +313,13 @@ public:
 
 private:
     friend class CLocalRulesChecker;
+    // Tests put the guard of saves back.
+    friend struct orvane::SaveGuard;
 
     void initialize();
+    bool undo(int count);
+    bool redo(int count);
+    void saveRecoveryFile();
     bool isTaskCategoryUsed(CTaskArray const & tasks, CTaskCategoryID const & id) const;
     bool showsChildren(CTask const & task) const;
     bool hasRowShowingChildren(CTask const * task, bool show) const;
@@ -282,7 +344,11 @@ private:
     CString projectName;
     CString projectHistoryDirectory;
     bool fullHistory = false;
+    CProjectUndoRedoList undoRedoList{this};
 
+    // While a save or a load runs, no other begins.
+    static inline bool saving = false;
+    static inline bool loading = false;
     static inline int s_created = 0;
     static inline int s_deleted = 0;
 };

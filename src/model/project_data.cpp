@@ -33,6 +33,7 @@ CProjectData::CProjectData(CProjectData const & other)
       masterProjectID(other.masterProjectID),
       adminUserID(other.adminUserID),
       adminRoleID(other.adminRoleID),
+      scene(other.scene),
       stateIndex(other.stateIndex),
       changed(other.changed)
 {
@@ -53,6 +54,7 @@ void CProjectData::clear()
     risks.RemoveAll();
     filters.RemoveAll();
     calendar.clear(true);
+    scene.clear();
     clientProjectID = CProjectID();
     masterProjectID = CProjectID();
 }

@@ -4,6 +4,7 @@
 #include "model/risk.h"
 #include "model/task_array.h"
 #include "model/task_category.h"
+#include "scene/scene.h"
 #include "schedule/calendar.h"
 #include "schedule/stored_risk.h"
 #include "security/role.h"
@@ -59,6 +60,14 @@ public:
     CFilterArray const & getFilters() const { return filters; }
     void setFilters(CFilterArray const & value) { filters = value; }
 
+    // What of a project file is the project's content. Another header than its own shows a message and aborts the
+    // archive, with nothing changed.
+    void Serialize(CProjectArchive & archive);
+    // A file of the content alone. 1, or 0 when it cannot be opened, which the user is told; what goes wrong later
+    // throws. After reading, a project that takes it over must be made whole with CProject::postSerialize.
+    int saveToFile(CString const & fileName);
+    int readFromFile(CString const & fileName);
+
     // Points everything that knows its project at this one.
     void setProject(CProject * value);
 
@@ -69,6 +78,9 @@ private:
     template <class Visit>
     static void describe(Visit && visit);
     static bool equal(CProjectData const & a, CProjectData const & b);
+    bool exchangeHeader(CProjectArchive & archive);
+    static void skipOldViews(CProjectArchive & archive);
+    void exchangeScene(CProjectArchive & archive);
 
     CCompanyArray companies;
     CUserArray users;
@@ -82,6 +94,18 @@ private:
     CProjectID masterProjectID;
     CUserID adminUserID{orvane::nullID};
     CRoleID adminRoleID{orvane::nullID};
+    // Copies the other's entities; the scene object itself stays.
+    struct CopiedScene : CScene
+    {
+        CopiedScene() = default;
+        CopiedScene(CopiedScene const & other) : CScene() { copyEntitiesFrom(other); }
+        CopiedScene & operator=(CopiedScene const & other)
+        {
+            if (this != &other) copyEntitiesFrom(other);
+            return *this;
+        }
+    };
+    CopiedScene scene;
     CProjectStateIndex stateIndex{0};
     orvane::CStoredRisk storedRisk;
     // As setProject said; a copy belongs to no project until then.

@@ -110,8 +110,9 @@ bool CProject::isAssignedToTasks(CRiskID const & id) const
 
 void CProject::getDownstreamRiskBuffers(CTaskID const & id, CTaskArray & buffers) const
 {
-    buffers.RemoveAll();
+    // The identifier may be that of a task in the array.
     orvane::CUpstreamSearch search(*this, id);
+    buffers.RemoveAll();
     collectBuffers(projectData.tasks, search, buffers);
 }
 

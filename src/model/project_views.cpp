@@ -54,42 +54,31 @@ bool CProject::hasRowShowingChildren(CTask const * task, bool show) const
 namespace
 {
 
-// Enters each item with the entry it had, or a new one. A new map, because the order of the walk is the order of
-// the entries in files.
-template <class Map, class Items>
-void keepEntries(Map const & former, Items const & items, Map & kept)
+// Enters the identifier of each item. The order of the walk is the order of the entries in files.
+template <class Items, class Enter>
+void enterItems(Items const & items, Enter const & enter)
 {
-    orvane::visitItems(items,
-                       [&](auto const & item)
-                       {
-                           auto const * const entry = former.find(item.getID());
-                           kept.SetAt(item.getID(), entry ? *entry : std::remove_cvref_t<decltype(*entry)>());
-                       });
+    orvane::visitItems(items, [&](auto const & item) { enter(item.getID()); });
 }
 
 }  // namespace
 
 void CProject::validateResourcePresentations()
 {
-    CResourcePresentationMap kept;
-    for (CCompany const & company : projectData.companies)
-        company.forEachKind([&](auto const & resources)
-                            { keepEntries(presentationData.resourcePresentations, resources, kept); });
-    presentationData.resourcePresentations = kept;
+    presentationData.resourcePresentations.refill([this](auto const & enter) {
+        for (CCompany const & company : projectData.companies)
+            company.forEachKind([&](auto const & resources) { enterItems(resources, enter); });
+    });
 }
 
 void CProject::validateRiskPresentations()
 {
-    CRiskPresentationMap kept;
-    keepEntries(presentationData.riskPresentations, projectData.risks, kept);
-    presentationData.riskPresentations = kept;
+    presentationData.riskPresentations.refill([this](auto const & enter) { enterItems(projectData.risks, enter); });
 }
 
 void CProject::validateTaskPresentations()
 {
-    CTaskPresentationMap kept;
-    keepEntries(presentationData.taskPresentations, projectData.tasks, kept);
-    presentationData.taskPresentations = kept;
+    presentationData.taskPresentations.refill([this](auto const & enter) { enterItems(projectData.tasks, enter); });
 }
 
 // ---- filters --------------------------------------------------------------------------------------

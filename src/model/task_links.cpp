@@ -3,19 +3,10 @@
 
 #include "model/task.h"
 
-#include <unordered_map>
-#include <vector>
-
+#include "model/circular_search.h"
 #include "model/project.h"
 #include "model/task_array.h"
 #include "model/upstream_search.h"
-
-namespace
-{
-
-enum class Colour : char { white, grey, black };
-
-}  // namespace
 
 namespace orvane
 {
@@ -69,122 +60,89 @@ bool CTask::isUpstream(CTaskID const & other) const
     return project && orvane::CUpstreamSearch(*project, other).reachesFrom(*this);
 }
 
-namespace
+namespace orvane
 {
 
-// The question whether a circle can be reached from a task, when a task leads to the upstream tasks of every
-// link of its family: its own, those of its ancestors from the parent upward, those of its descendants. A
-// family is cut at the first link whose upstream task is missing.
-//
-// Families overlap, so they are not written out. Each task stands for three nodes: itself, `above` with the
-// links of itself and its ancestors, `below` with those of itself and its descendants. A circle over these
-// nodes passes a task and is a circle over tasks, and the other way round, and their edges are as many as the
-// links and the children. What a search costs depends on what it sees, not on the size of the plan.
-class CircularSearch
+bool CCircularSearch::reachesCircleFrom(CTask const & start)
 {
-public:
-    explicit CircularSearch(CProject const & project) : project(project) {}
-
-    bool reachesCircleFrom(CTask const & start)
+    if (std::size_t const place = placeOf(start); seen[place].colours[whole] == Colour::white) push(place, whole);
+    while (!road.empty())
     {
-        push(placeOf(start), whole);
-        while (!road.empty())
-        {
-            Visit & visit = road.back();
-            CTask const * const upstream =
-                visit.link < visit.task->getUpstreamLinks().GetSize() ? followLink(visit) : nullptr;
-            bool circle = false;
-            if (visit.isCut) leave();
-            else if (upstream) circle = upstream->getID() == start.getID() || enter(*upstream, whole);
-            else if (CTask const * const parent = takeParent(visit)) circle = enter(*parent, above);
-            else if (CTask const * const child = takeChild(visit)) circle = enter(*child, below);
-            else leave();
-            if (circle) return true;
-        }
-        return false;
-    }
-
-private:
-    // Which part of the family of a task a node stands for.
-    enum Part { whole, above, below };
-    struct Seen
-    {
-        CTask const * task;
-        Colour colours[3] = {};
-        // A link with a missing upstream task ends the part, and what would come after it.
-        bool isCut[3] = {};
-    };
-    struct Visit
-    {
-        std::size_t place;
-        CTask const * task;
-        Part part;
-        bool parentDone;
-        bool isCut = false;
-        int link = 0;
-        int child = 0;
-    };
-
-    // The place among the tasks seen. Each keeps its own in mind, and is believed when it stands there.
-    std::size_t placeOf(CTask const & task)
-    {
-        auto const mark = static_cast<std::size_t>(task.walkMark());
-        if (mark < seen.size() && seen[mark].task == &task) return mark;
-        task.setWalkMark(static_cast<int>(seen.size()));
-        seen.push_back({&task});
-        return seen.size() - 1;
-    }
-
-    CTask const * followLink(Visit & visit) const
-    {
+        Visit & visit = road.back();
         CTask const * const upstream =
-            project.getTask(visit.task->getUpstreamLinks().GetAt(visit.link++).getUpstreamTaskID());
-        visit.isCut = !upstream;
-        return upstream;
+            visit.link < visit.task->getUpstreamLinks().GetSize() ? followLink(visit) : nullptr;
+        bool circle = false;
+        if (visit.isCut) leave();
+        else if (upstream) circle = upstream->getID() == start.getID() || enter(*upstream, whole);
+        else if (CTask const * const parent = takeParent(visit)) circle = enter(*parent, above);
+        else if (CTask const * const child = takeChild(visit)) circle = enter(*child, below);
+        else leave();
+        if (!circle) continue;
+        road.clear();
+        seen.clear();
+        return true;
     }
-    static CTask const * takeParent(Visit & visit)
-    {
-        if (visit.parentDone) return nullptr;
-        visit.parentDone = true;
-        return visit.task->getParentOfLastPass();
-    }
-    static CTask const * takeChild(Visit & visit)
-    {
-        CTaskArray const * const children = visit.part == above ? nullptr : visit.task->getSubTasks();
-        return children && visit.child < children->GetSize() ? &children->GetAt(visit.child++) : nullptr;
-    }
+    return false;
+}
 
-    // Whether the node is on the road already.
-    bool enter(CTask const & task, Part part)
-    {
-        std::size_t const place = placeOf(task);
-        Colour const colour = seen[place].colours[part];
-        if (colour == Colour::white) push(place, part);
-        else if (part != whole) road.back().isCut |= seen[place].isCut[part];
-        return colour == Colour::grey;
-    }
-    void push(std::size_t place, Part part)
-    {
-        seen[place].colours[part] = Colour::grey;
-        road.push_back({place, seen[place].task, part, part == below});
-    }
-    void leave()
-    {
-        Visit const left = road.back();
-        road.pop_back();
-        seen[left.place].colours[left.part] = Colour::black;
-        seen[left.place].isCut[left.part] = left.isCut;
-        if (left.part != whole && !road.empty()) road.back().isCut |= left.isCut;
-    }
+// Each task keeps its own place in mind, and is believed when it stands there.
+std::size_t CCircularSearch::placeOf(CTask const & task)
+{
+    auto const mark = static_cast<std::size_t>(task.walkMark());
+    if (mark < seen.size() && seen[mark].task == &task) return mark;
+    task.setWalkMark(static_cast<int>(seen.size()));
+    seen.push_back({&task});
+    return seen.size() - 1;
+}
 
-    CProject const & project;
-    std::vector<Seen> seen;
-    std::vector<Visit> road;
-};
+CTask const * CCircularSearch::followLink(Visit & visit) const
+{
+    CTask const * const upstream =
+        project.getTask(visit.task->getUpstreamLinks().GetAt(visit.link++).getUpstreamTaskID());
+    visit.isCut = !upstream;
+    return upstream;
+}
 
-}  // namespace
+CTask const * CCircularSearch::takeParent(Visit & visit)
+{
+    if (visit.parentDone) return nullptr;
+    visit.parentDone = true;
+    return visit.task->getParentOfLastPass();
+}
+
+CTask const * CCircularSearch::takeChild(Visit & visit)
+{
+    CTaskArray const * const children = visit.part == above ? nullptr : visit.task->getSubTasks();
+    return children && visit.child < children->GetSize() ? &children->GetAt(visit.child++) : nullptr;
+}
+
+bool CCircularSearch::enter(CTask const & task, Part part)
+{
+    std::size_t const place = placeOf(task);
+    Colour const colour = seen[place].colours[part];
+    if (colour == Colour::white) push(place, part);
+    else if (part != whole) road.back().isCut |= seen[place].isCut[part];
+    return colour == Colour::grey;
+}
+
+void CCircularSearch::push(std::size_t place, Part part)
+{
+    seen[place].colours[part] = Colour::grey;
+    road.push_back({place, seen[place].task, part, part == below});
+}
+
+void CCircularSearch::leave()
+{
+    Visit const left = road.back();
+    road.pop_back();
+    seen[left.place].colours[left.part] = Colour::black;
+    seen[left.place].isCut[left.part] = left.isCut;
+    if (left.part != whole && !road.empty()) road.back().isCut |= left.isCut;
+}
+
+}  // namespace orvane
 
 bool CTask::isInCircularChain() const
 {
-    return project && CircularSearch(*project).reachesCircleFrom(*this);
+    return project && orvane::CCircularSearch(*project).reachesCircleFrom(*this);
 }

@@ -3,7 +3,8 @@
 #include <unordered_set>
 
 #include "rules/local_rules_checker.h"
-#include "rules/string_table.h"
+
+#include "platform/string_table.h"
 
 namespace
 {

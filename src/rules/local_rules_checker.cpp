@@ -2,7 +2,7 @@
 
 #include "platform/dialog.h"
 #include "platform/message.h"
-#include "rules/string_table.h"
+#include "platform/string_table.h"
 
 // ---- the life of one action -----------------------------------------------------------------------
 
@@ -67,6 +67,22 @@ bool CLocalRulesChecker::clear()
     presentationData->clear();
     projectData->setProject(project);
     projectData->flagAsChanged();
+    criticalPathDirty = true;
+    return true;
+}
+
+bool CLocalRulesChecker::undo(int count)
+{
+    if (!project) return false;
+    project->undo(count);
+    criticalPathDirty = true;
+    return true;
+}
+
+bool CLocalRulesChecker::redo(int count)
+{
+    if (!project) return false;
+    project->redo(count);
     criticalPathDirty = true;
     return true;
 }

@@ -7,7 +7,7 @@
 
 #include "model/project.h"
 #include "platform/host.h"
-#include "rules/unbuilt_rules.h"
+#include "rules/rules_checker.h"
 #include "values/enumerations.h"
 
 // One user action on a project: a short-lived object on the stack. Its constructor marks the start, its
@@ -22,7 +22,7 @@
 //
 // It must not outlive its project. Without a project every operation is refused. A second checker for the
 // same project may live within the first, but its end clears the flags that the first will read.
-class CLocalRulesChecker : public CDynamic<CLocalRulesChecker>, public orvane::CUnbuiltRules
+class CLocalRulesChecker : public CDynamic<CLocalRulesChecker>, public IRulesChecker
 {
 public:
     CLocalRulesChecker(CProject * project, CRulesCheckerContext const & context);
@@ -35,9 +35,13 @@ public:
     // The text of the last warning composed, whether or not it was shown.
     CString const & getMessage() const { return message; }
 
-    // The project as a whole. Restoring a state is the application's; these two are places for a protocol
-    // between machines, succeed, and do nothing.
+    // The project as a whole.
     bool clear() override;
+    // Go back or forth by that many kept states, as CProject::pushState keeps them; true also when there was none.
+    bool undo(int count) override;
+    bool redo(int count) override;
+    // These two are places for a protocol between machines, succeed, and do nothing: restoring a state is the
+    // application's.
     bool setState(int state) override;
     bool rollback() { return true; }
 
@@ -67,6 +71,24 @@ public:
     // Rows are blanked, or go with everything below them.
     bool clearTasks(CTaskIDArray const & taskIDs) override;
     bool removeTasks(CTaskIDArray const & taskIDs) override;
+
+    // The shape of the tree. A new task beside the target or as its last child; on every client it alone is selected.
+    bool insertBlankTask(CTaskID const & targetID, CInsertType const & type) override;
+    // Among the siblings, to another position that one of them has.
+    bool repositionTask(CTaskID const & taskID, int newIndex) override;
+    // Under another parent, or to the roots when there is no such task, in the order of their rows from the index on,
+    // each as it leaves the tree the ones before it made. What stands there already, or would come to stand below
+    // itself, is passed over. A root may be put up to 65,536 rows past the last one, and blank rows fill the gap; a
+    // task that is put past the last child is gone. False when a task cannot take children, and when the moves closed
+    // a circle of links, of which the user is told; the moves stay done.
+    bool repositionTasks(CTaskIDArray const & taskIDs, CTaskID const & newParentID, int index) override;
+    // A copy of a task with all below it, supplied by the current user's company: over another task, whose identifier
+    // stays, or at the end of the list after so many blank rows. What is copied gets identifiers of its own, and links
+    // as the mode says. The first is refused when one task stands below the other, and when it closed a circle.
+    bool pasteIntoTask(CTaskID const & targetID, CTaskID const & sourceID, CTaskPasteMode const & mode) override;
+    bool pasteIntoNewTask(CTaskID const & sourceID, int blankCount, CTaskPasteMode const & mode) override;
+    // Appends copies under the identifiers that they have.
+    bool importTasks(CTaskArray const & imported) override;
 
     // What was planned is kept to compare with, or let go. Unknown tasks and those that cannot change are passed over.
     bool setTasksBaseline(CTaskIDArray const & taskIDs) override;
@@ -208,6 +230,38 @@ public:
     bool removeAllRiskPresentations(CRisk const & risk);
     bool removeAllTaskPresentations(CTask const & task);
 
+    // The scene. It takes over what is added; the entity that it refuses, by which adding stops, and all after it stay
+    // the caller's. Removing an unknown entity succeeds, and what is removed still stands for its resources.
+    bool clearScene() override;
+    bool addEntitiesToScene(CObArray const & entities) override;
+    bool removeEntityFromScene(CEntityID const & entityID) override;
+    bool renameEntityInScene(CEntityID const & entityID, CString const & name) override;
+    // With all below it, each the same.
+    bool changeEntityTransform(CEntityID const & entityID, CTransform const & transform) override;
+    // Of a group, the solids at any depth.
+    bool changeEntityMaterial(CEntityID const & entityID, CMaterial const & material) override;
+    // In metres; false for an entity of another kind. A box is an extrusion.
+    bool changeEntityBoxDimensions(CEntityID const & entityID, CPOINT2DArray const & outline, double height) override;
+    bool changeEntityExtrusionDimensions(CEntityID const & entityID, CPOINT2DArray const & outline,
+                                         double height) override;
+    bool changeEntityCylinderDimensions(CEntityID const & entityID, double radius, double height) override;
+    bool changeEntitySphereDimensions(CEntityID const & entityID, double radius) override;
+    // Which entities stand for a resource. Those assigned twice count twice; unassigning takes every occurrence, and
+    // from one resource it leaves those below as they are.
+    bool assignEntityToResource(CEntityID const & entityID, CResourceID const & resourceID) override;
+    bool unassignEntityFromResource(CEntityID const & entityID, CResourceID const & resourceID) override;
+    bool unassignAllEntitiesFromResource(CResourceID const & resourceID) override;
+    bool unassignEntityFromAllResources(CEntityID const & entityID) override;
+
+    // Names of tasks; see isStringMatch and replaceSubString. The search goes from the primary selected task through
+    // the rows and around, and selects what it finds; that task itself is not found. Blank tasks hide all below them.
+    bool findNext(CString const & text, bool forward, bool matchCase, bool wholeWord) override;
+    // In the primary selected task alone; where that does not match, finds the next one instead.
+    bool replaceCurrent(CString const & text, CString const & replacement, bool forward, bool matchCase,
+                        bool wholeWord) override;
+    // True when any name matched; one that would break the limits stays.
+    bool replaceAll(CString const & text, CString const & replacement, bool matchCase, bool wholeWord) override;
+
     // Filters. Adding is refused for an identifier that is there, changing and removing for one that is not. Removing
     // asks where the user acted.
     bool addFilter(CFilter const & filter) override;
@@ -278,6 +332,20 @@ private:
     bool desummarizeIfChildrenAreInvalid(CTaskID const & taskID);
     void deselectSubTasks(CTask const & task);
 
+    // Rows that come in, move and are copied.
+    bool insertTaskAbove(CTask const & task, CTask const & target);
+    bool insertTaskBelow(CTask const & task, CTask const & target);
+    bool insertTaskBeside(CTask const & task, CTask const & target, int offset);
+    bool insertTaskAsChild(CTask const & task, CTask & target);
+    void addPresentationsForTasks(CTaskArray const & array);
+    class Relocation;
+    // Those that are there, each once, parents before children.
+    static void putTaskIdsInOrderOfTasks(CTaskIDArray const & ids, CTaskArray const & array, CTaskIDArray & ordered);
+    class Pasting;
+    bool setCurrentUserAsSupplierOfTaskTree(CTask & task);
+    static void removeUpstreamLinksOfSubtree(CTask & task);
+    bool presentPasted(CTaskID const & id);
+
     // Resources of any kind.
     template <class Resource>
     Resource joining(Resource const & resource);
@@ -327,6 +395,17 @@ private:
     void forgetInFilters(ID const & id);
     template <class Items>
     void forgetTreesInFilters(Items const & items);
+
+    CEntity * getEntity(CEntityID const & id) const;
+    template <class Resource>
+    bool unassignEntityFromAllResources(Resource const & resource, CEntityID const & entityID);
+
+    bool doesCurrentPrimaryTaskMatch(CString const & text, bool matchCase, bool wholeWord) const;
+    // `passedCurrent` says whether the walk has come past the primary selected task, behind which the search begins.
+    bool searchForAndSelectTask(CTaskArray const & array, CString const & text, bool forward, bool matchCase,
+                                bool wholeWord, bool & passedCurrent);
+    bool replaceAll(CTaskArray const & array, CString const & text, CString const & replacement, bool matchCase,
+                    bool wholeWord);
 
     // Companies, users, roles.
     template <class Array, class ID>

@@ -176,7 +176,7 @@ public:
     virtual bool addFilter(CFilter const & filter) = 0;
     virtual bool changeFilter(CFilter const & filter) = 0;
     virtual bool removeFilter(CFilterID const & filterID) = 0;
-    virtual bool findNext(CString const & text, bool matchCase, bool wholeWords, bool fromStart) = 0;
-    virtual bool replaceCurrent(CString const & text, CString const & replacement, bool matchCase, bool wholeWords, bool fromStart) = 0;
+    virtual bool findNext(CString const & text, bool forward, bool matchCase, bool wholeWord) = 0;
+    virtual bool replaceCurrent(CString const & text, CString const & replacement, bool forward, bool matchCase, bool wholeWord) = 0;
     virtual bool replaceAll(CString const & text, CString const & replacement, bool matchCase, bool wholeWords) = 0;
 };

@@ -160,12 +160,6 @@ TEST(CheckerLife, AnUnknownTaskIsRefusedWithoutEffect)
     EXPECT_TRUE(*before == *after);
 }
 
-TEST(CheckerLife, WhatIsNotAvailableYetSaysSo)
-{
-    Plan plan;
-    plan.act([&](IRulesChecker & rules) { EXPECT_THROW(rules.undo(1), std::logic_error); });
-}
-
 // ---- the same action elsewhere ----------------------------------------------------------------------
 
 template <class... IDs>
