@@ -1,5 +1,7 @@
 #include "schedule/calendar.h"
 
+#include "values/duration_text.h"
+
 // Durations in the working days of a calendar.
 
 namespace
@@ -34,4 +36,11 @@ int CProjectDuration::GetMinutes(CCalendar const & calendar) const
 {
     long const days = GetDays(calendar) * workingSecondsOfDay(calendar);
     return static_cast<int>((seconds - GetHours(calendar) * 3600L - days) / 60);
+}
+
+CString CProjectDuration::getString(CCalendar const & calendar) const
+{
+    if (!valid) return CString();
+    auto const piece = [](long count) { return orvane::DurationPiece{count, count != 1}; };
+    return orvane::durationText(piece(GetDays(calendar)), piece(GetHours(calendar)), piece(GetMinutes(calendar)));
 }

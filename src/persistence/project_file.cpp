@@ -1,0 +1,33 @@
+#include "persistence/project_file.h"
+
+#include "persistence/compressed_file.h"
+#include "persistence/replaced_file.h"
+
+namespace orvane
+{
+
+bool storeProjectFile(CString const & fileName, CFileException & failure, Exchange const & exchange)
+{
+    CReplacedFile target(fileName);
+    SECCompressFile file;
+    if (!target.open(file, &failure)) return false;
+    CProjectArchive archive(&file, CArchive::store, true);
+    exchange(archive);
+    archive.Close();
+    file.Close();
+    target.commit();
+    return true;
+}
+
+bool loadProjectFile(CString const & fileName, CFileException & failure, Exchange const & exchange)
+{
+    SECCompressFile file;
+    if (!file.Open(fileName, CFile::modeRead, &failure)) return false;
+    CProjectArchive archive(&file, CArchive::load, true);
+    exchange(archive);
+    archive.Close();
+    file.Close();
+    return true;
+}
+
+}  // namespace orvane
