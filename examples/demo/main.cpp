@@ -1,10 +1,13 @@
-// The demonstration: a small site is planned by a handful of user actions, each through the rules, and the
-// plan is read back with its dates and its critical path.
+// The demonstration: a small site is planned by a handful of user actions, each through the rules; the plan is read
+// back with its dates and its critical path, undone, saved and loaded.
 
 #include <orvane/schedule.h>
 
+#include <cstdint>
 #include <cstdio>
+#include <filesystem>
 #include <initializer_list>
+#include <memory>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -142,6 +145,54 @@ void reckonWithRain(CProject & project, CTaskID const & excavation, CTaskID cons
                 static_cast<char const *>(shown(reserve.getEndOfStoredRisk())));
 }
 
+// A column stands for the crane; then the plan is saved, changed, taken back by undo, and read from its file.
+void keep(CProject & project, CTaskID const & pour)
+{
+    std::filesystem::path const folder = std::filesystem::temp_directory_path() / "orvane-demo";
+    std::filesystem::create_directories(folder);
+    CString const history(folder.c_str());
+    CString const file((folder / "site.prj").c_str());
+
+    {
+        CLocalRulesChecker action(&project, user);
+        auto column = std::make_unique<CEntityCylinder>();
+        CEntityID id{CEntityID::getNULL()};
+        id.setGUID(column->getHandle().getGUID());
+        CObArray entities;
+        entities.Add(column.get());
+        if (action.addEntitiesToScene(entities)) column.release();
+        CEquipmentResourceArray const cranes = project.getAllEquipmentResources();
+        action.assignEntityToResource(id, cranes.GetAt(0).getID());
+        action.changeEntityCylinderDimensions(id, 1.5, 40);
+    }
+
+    project.setProjectNameDirectoryAndHistoryDirectory("site", history, history);
+    project.setFullHistory(true);
+    project.setCurrentStateIndex(CProjectStateIndex(1));
+    project.pushState("Remove the foundation");
+    {
+        CLocalRulesChecker action(&project, user);
+        CTaskIDArray one;
+        one.Add(pour);
+        action.removeTasks(one);
+    }
+    int const without = project.getTotalNumberOfTasks();
+    project.setCurrentStateIndex(CProjectStateIndex(2));
+    {
+        CLocalRulesChecker action(&project, user);
+        action.undo(1);
+    }
+    std::printf("\nWithout the foundation there are %d jobs; after undo %d again.\n", without, project.getTotalNumberOfTasks());
+
+    project.saveToFile(file);
+    CProject again(nullptr, false);
+    again.readFromFile(file, true);
+    std::printf("Saved in %ju bytes and read back: %d jobs, cost %.0f as before, the crane is %s in the scene.\n",
+                static_cast<std::uintmax_t>(std::filesystem::file_size(file.view())), again.getTotalNumberOfTasks(),
+                again.getTotalCosts(CCostTotalType::Budgeted), again.getScene().isEmpty() ? "missing" : "a column");
+    std::filesystem::remove_all(folder);
+}
+
 }  // namespace
 
 int main()
@@ -191,5 +242,7 @@ int main()
     std::printf("\nThe longest chain takes %.1f working days:\n",
                 static_cast<double>(project.getCriticalPath().getDurationOfCriticalPath().GetTotalMinutes()) / 480.0);
     for (CString const & line : chain) std::printf("  %s\n", static_cast<char const *>(line));
+
+    keep(project, ids[4]);
     return 0;
 }

@@ -36,7 +36,7 @@ void CResourceIndex::enterAll(Array & array, CCompany & company, CResourceBase *
         Place & place = resources[resource.getID().getGUID()].places[kindOf<Resource>()];
         if (!place.resource) place = {&resource, parent, &company};
         if constexpr (requires { resource.getCalendar(); })
-            calendars.try_emplace(resource.getCalendar().getID().getGUID(), &resource.getCalendar(), &company);
+            calendars.try_emplace(resource.getCalendar().getID().getGUID(), CalendarPlace{&resource.getCalendar(), &company});
         if (resource.hasSubResource()) enterAll(const_cast<Array &>(*resource.getSubResources()), company, &resource);
     }
 }

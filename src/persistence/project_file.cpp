@@ -1,6 +1,7 @@
 #include "persistence/project_file.h"
 
 #include "persistence/compressed_file.h"
+#include "persistence/read_ahead.h"
 #include "persistence/replaced_file.h"
 
 namespace orvane
@@ -23,9 +24,12 @@ bool loadProjectFile(CString const & fileName, CFileException & failure, Exchang
 {
     SECCompressFile file;
     if (!file.Open(fileName, CFile::modeRead, &failure)) return false;
-    CProjectArchive archive(&file, CArchive::load, true);
-    exchange(archive);
-    archive.Close();
+    {
+        CReadAhead ahead(file);
+        CProjectArchive archive(&ahead, CArchive::load, true);
+        exchange(archive);
+        archive.Close();
+    }
     file.Close();
     return true;
 }

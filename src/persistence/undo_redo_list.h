@@ -7,6 +7,11 @@
 
 class CProject;
 
+// One kept state, as a class that is known at run time: states are files, and none stands in memory.
+class CUndoRedoState : public CDynamic<CUndoRedoState>
+{
+};
+
 // The states of a project that were kept, each a whole project file in the history directory that bears the
 // number of the state: "0000000042.prj". Nothing of them stands in memory, so that they outlive the program.
 //

@@ -53,36 +53,12 @@ struct Actor
         CRiskArray const & all = project.getAllRisks();
         return all.IsEmpty() ? CRiskID::getNULL() : all.GetAt(below(all.GetSize())).getID();
     }
-    CCompany newCompany()
+    template <class Record>
+    Record named()
     {
-        CCompany made;
-        made.setName(text());
-        return made;
-    }
-    template <class Resource>
-    Resource newResource()
-    {
-        Resource made;
-        made.setName(text());
-        return made;
-    }
-    CRisk newRisk()
-    {
-        CRisk made;
-        made.setDescription(text());
-        return made;
-    }
-    CUser newUser()
-    {
-        CUser made;
-        made.setName(text());
-        made.setLogin(text());
-        return made;
-    }
-    CFilter newFilter()
-    {
-        CFilter made;
-        made.setName(text());
+        Record made;
+        if constexpr (requires { made.setDescription(text()); }) made.setDescription(text());
+        if constexpr (requires { made.setName(text()); }) made.setName(text());
         return made;
     }
     void addSphere()
@@ -120,15 +96,15 @@ std::vector<std::function<void(Actor &)>> const actions = {
     [](Actor & by) { by.rules.repositionTasks(by.someTasks(), by.task(), by.below(9)); },
     [](Actor & by) { by.rules.addLink(by.task(), by.task(), CLinkType(static_cast<CLinkType::Number>(1 + by.below(4)))); },
     [](Actor & by) { by.rules.addTaskCost(by.task()); },
-    [](Actor & by) { by.rules.addCompany(by.newCompany()); },
-    [](Actor & by) { by.rules.addHumanResourceToCompany(by.newResource<CHumanResource>(), by.company()); },
-    [](Actor & by) { by.rules.addHumanResourceToParent(by.newResource<CHumanResource>(), by.resource()); },
-    [](Actor & by) { by.rules.addMaterialResourceToCompany(by.newResource<CMaterialResource>(), by.company()); },
+    [](Actor & by) { by.rules.addCompany(by.named<CCompany>()); },
+    [](Actor & by) { by.rules.addHumanResourceToCompany(by.named<CHumanResource>(), by.company()); },
+    [](Actor & by) { by.rules.addHumanResourceToParent(by.named<CHumanResource>(), by.resource()); },
+    [](Actor & by) { by.rules.addMaterialResourceToCompany(by.named<CMaterialResource>(), by.company()); },
     [](Actor & by) { by.rules.assignResourceToTask(by.task(), by.resource()); },
-    [](Actor & by) { by.rules.addRisk(by.newRisk(), by.below(2) ? by.risk() : CRiskID::getNULL()); },
+    [](Actor & by) { by.rules.addRisk(by.named<CRisk>(), by.below(2) ? by.risk() : CRiskID::getNULL()); },
     [](Actor & by) { by.rules.assignRiskToTask(by.someTasks(), by.risk()); },
-    [](Actor & by) { by.rules.addUser(by.newUser()); },
-    [](Actor & by) { by.rules.addFilter(by.newFilter()); },
+    [](Actor & by) { by.rules.addUser(CUser(by.text(), by.text(), by.text(), by.text(), "1", "2")); },
+    [](Actor & by) { by.rules.addFilter(by.named<CFilter>()); },
     [](Actor & by) { by.addSphere(); },
     [](Actor & by) { by.changeCalendar(); },
     [](Actor & by) { by.rules.setSelectedTaskID(by.someTasks()); },
