@@ -71,6 +71,8 @@ public:
 
     // Unlike other values a time is not flagged by being loaded.
     void Serialize(CProjectArchive & archive) { archive.exchange(time, valid); }
+    // As a date: the time of day is written, and never read.
+    void xmlSerialize(CProjectXMLArchive & archive, CString const & name);
 
     // The present minute.
     static CProjectTime GetTickCount() { return CProjectTime(CTime::GetCurrentTime()); }
@@ -139,6 +141,8 @@ public:
 
     int GetHour() const { return getMinuteOfDay() / 60; }
     int GetMinute() const { return getMinuteOfDay() % 60; }
+    // Written as getString has it. Only the hour is read, and the minute is the one before it: "14:30" reads as 13:59.
+    void xmlSerialize(CProjectXMLArchive & archive, CString const & name);
     // From 0 to 1439.
     int getMinuteOfDay() const
     {
@@ -187,6 +191,9 @@ public:
     CString getString() const;
     // In English, whatever the locale.
     CString GetDayOfWeekAsString() const;
+    // Written as getString has it, unless it is not valid. Read in another order, as "Mon, Jan 5 2004"; any other text
+    // gives a date that is not valid.
+    virtual void xmlSerialize(CProjectXMLArchive & archive, CString const & name);
 
     // By days, also across changes of the clock; always valid.
     CProjectDate operator+(int days) const;
@@ -226,6 +233,7 @@ public:
     void setEnd(CProjectTimeOfDay const & time) { set(end, time); }
     void updateValidity();
     void Serialize(CProjectArchive & archive);
+    void xmlSerialize(CProjectXMLArchive & archive);
 
     // The same without a copy.
     int getStartMinute() const { return start.getMinuteOfDay(); }

@@ -38,6 +38,8 @@ public:
     }
 
     void Serialize(CProjectArchive & archive) { exchangeLeaf(archive, seconds); }
+    // The text of getString, unless it is not valid. It is never read back.
+    void xmlSerialize(CProjectXMLArchive & archive, CString const & name) const;
 
     // What such an assignment would have left.
     void touch() { changed = valid; }

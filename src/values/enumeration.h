@@ -38,6 +38,9 @@ constexpr EnumerationRow numbersOrKeep(int first, int last, int reads = 1)
     return {first, last, 0, UnknownNumber::keepsValue, 0, reads};
 }
 
+// Exchanges a number with a document, where 0 is left out. Whether it was loaded.
+bool exchangeNumber(CProjectXMLArchive & archive, CString const & name, int & number);
+
 // A value out of a short list. A member of the family derives from this (or from one of the two forms with
 // texts below), declares its nested enum with explicit numbers, which stand in files and never change their
 // meaning, names it `Number`, states its row as `row` and, with texts, its `texts` from the first number on,
@@ -88,10 +91,13 @@ public:
     {
         int number = getEquivalentValue();
         archive.exchange(number);
-        if (!archive.IsLoading()) return;
-        Self loaded;
-        loaded = number;
-        static_cast<Self &>(*this) = loaded;
+        if (archive.IsLoading()) load(number);
+    }
+    // The number as it stands: one that was never given is left out of documents.
+    void xmlSerialize(CProjectXMLArchive & archive, CString const & name)
+    {
+        int number = value;
+        if (exchangeNumber(archive, name, number)) load(number);
     }
 
     // The value alone; flags play no part.
@@ -108,6 +114,14 @@ protected:
     }
 
     int value;
+
+private:
+    void load(int number)
+    {
+        Self loaded;
+        loaded = number;
+        static_cast<Self &>(*this) = loaded;
+    }
 };
 
 // An enumeration whose text, empty for an unknown number, is asked for.

@@ -1,5 +1,13 @@
 #include "values/enumerations.h"
 
+#include "platform/project_xml_archive.h"
+
+bool orvane::exchangeNumber(CProjectXMLArchive & archive, CString const & name, int & number)
+{
+    archive.attribute(name, number, 0);
+    return archive.isLoading() != 0;
+}
+
 bool operator>(CAccessType const & a, CAccessType const & b)
 {
     int const own = a.getEquivalentValue();

@@ -3,6 +3,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "platform/project_xml_archive.h"
+
 CIDBase::CIDBase() : CFlagged(true)
 {
     CoCreateGuid(&guid);
@@ -58,6 +60,20 @@ CString CIDBase::toString() const
         *next++ = digits[byte & 0xF];
     }
     return CString(text, static_cast<int>(2 * sizeof guid));
+}
+
+void CIDBase::xmlSerialize(CProjectXMLArchive & archive, CString const & name)
+{
+    archive.attribute(name, *this);
+}
+
+// Documents have what follows one level further in.
+void CIDBase::xmlSerialize(CProjectXMLArchive & archive)
+{
+    archive.startEntity(tagName());
+    xmlSerialize(archive, "id");
+    archive.endEntity();
+    archive.indent();
 }
 
 void CIDBase::initialize(bool & collect, bool & issue, GuidArray & issued, GuidArray & toIssue)

@@ -45,6 +45,9 @@ public:
         archive.exchangeBytes(&guid, sizeof guid);
         changed |= archive.IsLoading();
     }
+    // In a document: an attribute of that name, or an element of its own, by tagName, with the attribute "id".
+    void xmlSerialize(CProjectXMLArchive & archive, CString const & name);
+    void xmlSerialize(CProjectXMLArchive & archive);
     // Makes the identifier NULL: valid and changed.
     void clear();
 
@@ -122,8 +125,8 @@ public:
         CIDBase::operator=(other);
         return *this;
     }
-    bool operator==(Self const & other) const { return CIDBase::operator==(other); }
-    bool operator!=(Self const & other) const { return !CIDBase::operator==(other); }
+    friend bool operator==(Self const & a, Self const & b) { return a.CIDBase::operator==(b); }
+    friend bool operator!=(Self const & a, Self const & b) { return !(a == b); }
     CString tagName() const override { return tag.characters; }
 
     // The one NULL identifier of this class, for searches and for fields that start NULL. It stays to the

@@ -3,6 +3,8 @@
 #include "platform/object.h"
 #include "platform/project_archive.h"
 
+class CProjectXMLArchive;
+
 namespace orvane
 {
 
@@ -38,6 +40,11 @@ protected:
     ~CRecord() override = default;
 
     static bool equal(Self const & a, Self const & b);
+
+    // For records whose document has the names and the order of the list. The single values, each as an attribute of
+    // its name; then the fields that stand in elements of their own. A record whose document differs says its own.
+    void exchangeAttributes(CProjectXMLArchive & archive);
+    void exchangeChildren(CProjectXMLArchive & archive);
 
     bool changed = false;
 

@@ -22,6 +22,7 @@ public:
     }
 
     void Serialize(CProjectArchive & archive) { exchangeLeaf(archive, value); }
+    void xmlSerialize(CProjectXMLArchive & archive, CString const & name);
 
     bool getValue() const { return value; }
     operator int() const { return value; }
@@ -51,6 +52,7 @@ public:
     CProjectInt() = default;
     CProjectInt(int value) : CFlagged(true), value(value) {}
     void Serialize(CProjectArchive & archive) { exchangeLeaf(archive, value); }
+    void xmlSerialize(CProjectXMLArchive & archive, CString const & name);
 
     int getValue() const { return value; }
 
@@ -91,6 +93,7 @@ public:
     CProjectDouble() = default;
     CProjectDouble(double value) : CFlagged(true), value(value) {}
     void Serialize(CProjectArchive & archive) { exchangeLeaf(archive, value); }
+    void xmlSerialize(CProjectXMLArchive & archive, CString const & name);
 
     double getValue() const { return value; }
 
@@ -133,6 +136,8 @@ public:
     }
     CProjectString(CProjectString const &) = default;
     void Serialize(CProjectArchive & archive);
+    // Written when it is not empty. Line feeds are dropped, and a carriage return becomes a mark that is read as both.
+    virtual void xmlSerialize(CProjectXMLArchive & archive, CString const & name);
     CProjectString & operator=(CProjectString const &) = default;
 
     CProjectString & operator=(CString const & text) { return given(CString::operator=(text)); }
@@ -188,6 +193,7 @@ public:
     void touch() { valid = changed = true; }
     // The components alone: a colour that was loaded is valid.
     void Serialize(CProjectArchive & archive);
+    void xmlSerialize(CProjectXMLArchive & archive, CString const & name);
 
     operator unsigned long() const;
 
@@ -203,6 +209,8 @@ public:
     CProjectStateIndex() = default;
     CProjectStateIndex(int index) : index(index), valid(true) {}
     void Serialize(CProjectArchive & archive) { archive.exchange(index, valid, acknowledged); }
+    // An element that is written only when the index is valid; read, it is.
+    void xmlSerialize(CProjectXMLArchive & archive);
 
     int getValue() const { return index; }
     bool getAcknowledged() const { return acknowledged; }

@@ -4,6 +4,8 @@
 
 #include "platform/project_archive.h"
 
+class CProjectXMLArchive;
+
 namespace orvane
 {
 
@@ -54,6 +56,13 @@ public:
         if (!exists) return;
         CProjectArchive::CNested const nested(archive);
         archive.exchange(*items);
+    }
+
+    // The array, when there is one.
+    void xmlSerialize(CProjectXMLArchive & archive)
+        requires requires(Array & array) { array.xmlSerialize(archive); }
+    {
+        if (items) items->xmlSerialize(archive);
     }
 
     bool setChanged() { return items && items->setChanged(); }

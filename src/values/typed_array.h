@@ -5,6 +5,7 @@
 #include <type_traits>
 
 #include "platform/array.h"
+#include "platform/project_xml_archive.h"
 #include "platform/string.h"
 #include "values/identifiers.h"
 #include "values/position_index.h"
@@ -80,6 +81,17 @@ public:
             archive.exchange(*element);
             this->take(std::move(element));
         }
+    }
+
+    // Appends an element that `read` makes of a new one, where it stands: it keeps its address.
+    template <class Read>
+    void appendNew(Read const & read)
+    {
+        std::unique_ptr<Element> element;
+        if constexpr (std::is_constructible_v<Element, NullID>) element = std::make_unique<Element>(nullID);
+        else element = std::make_unique<Element>();
+        read(*element);
+        this->take(std::move(element));
     }
 
     // Equal size, and equal elements in the order of storage; flags play no part.
@@ -175,6 +187,8 @@ public:
 
 // An array of identifiers.
 template <class Self, class ID>
-using CIDArrayOf = CIdentifiedArray<Self, ID, std::identity{}>;
+class CIDArrayOf : public CIdentifiedArray<Self, ID, std::identity{}>, public IProjectXMLTagProcessor
+{
+};
 
 }  // namespace orvane

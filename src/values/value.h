@@ -3,6 +3,8 @@
 #include "platform/object.h"
 #include "platform/project_archive.h"
 
+class CProjectXMLArchive;
+
 namespace orvane
 {
 
