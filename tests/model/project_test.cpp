@@ -24,11 +24,8 @@ TEST(Project, StartsWithRolesAnAdministratorAndAnEmptyPlan)
         EXPECT_TRUE(project.getCurrentRole() == project.getRole(0) && project.getAdminRole() == project.getRole(0));
         EXPECT_EQ(project.getCurrentStateName(), "Start");
         EXPECT_GE(project.getClipBoardFormat(), 0xC000u);
-        EXPECT_EQ(project.getClipBoardFormat(), CProject(nullptr, false).getClipBoardFormat());
         EXPECT_FALSE(project.getProjectID() == CProject(nullptr, false).getProjectID());
-        for (int const index : {-1, 1}) EXPECT_FALSE(project.getUser(index));
-        for (int const index : {-1, 3}) EXPECT_FALSE(project.getRole(index));
-        EXPECT_FALSE(project.hasUsers(CCompanyID::getNULL()) || project.hasUsers(CCompanyID()));
+        for (int const index : {-1, 3}) EXPECT_FALSE(project.getUser(index) || project.getRole(index));
     }
     EXPECT_EQ(CProject::getCreated() - created, CProject::getDeleted() - deleted);
 }
@@ -36,9 +33,7 @@ TEST(Project, StartsWithRolesAnAdministratorAndAnEmptyPlan)
 TEST(Project, TellsItsDocument)
 {
     CDocument document;
-    CProject project(&document, false);
-    EXPECT_FALSE(document.IsModified());
-    project.setModified();
+    CProject(&document, false).setModified();
     EXPECT_TRUE(document.IsModified());
     CProject(nullptr, false).setModified();
 }
@@ -47,21 +42,15 @@ TEST(Project, AFailedLoginLeavesTheUser)
 {
     CProject project(nullptr, false);
     CUser const * const before = project.getCurrentUser();
-    struct
+    for (auto const & [login, password] : {std::pair{"Administrator", ""}, {"administrator", ""}, {"Administrator", "x"}})
     {
-        char const * login;
-        char const * password;
-        bool accepted;
-    } const cases[] = {
-        {"Administrator", "", true}, {"administrator", "", false}, {"Administrator", "x", false}, {"", "", false}};
-    for (auto const & each : cases)
-    {
-        EXPECT_EQ(project.login(each.login, each.password), each.accepted);
+        bool const isAccepted = std::string(login) + password == "Administrator";
+        EXPECT_EQ(project.login(login, password), isAccepted);
         CConnectionCredentials credentials;
-        credentials.setUserName(each.login);
-        credentials.setPassword(each.password);
+        credentials.setUserName(login);
+        credentials.setPassword(password);
         project.setConnectionCredentials(credentials);
-        EXPECT_EQ(project.loginUsingCredentials(), each.accepted);
+        EXPECT_EQ(project.loginUsingCredentials(), isAccepted);
         EXPECT_EQ(project.getCurrentUser(), before);
     }
     // Content without users: nobody can be found, nobody can log in.
@@ -76,28 +65,17 @@ TEST(Project, TakesContentOverAndGivesCopies)
     std::string const before = digest(plan.project);
     std::unique_ptr<CProjectData> const copy(plan.project.getCopyOfProjectData());
     {
+        // What was taken over belongs to the project that took it.
         CProject other(*copy);
         EXPECT_EQ(digest(other), before);
-        std::unique_ptr<CProjectData> const again(other.getCopyOfProjectData());
-        EXPECT_TRUE(*again == *copy);
-        // What was taken over belongs to the project that took it.
         CLocalRulesChecker(&other, CRulesCheckerContext::OriginatingClient).changeTaskDuration(plan.id("t"), 3_d, true);
         EXPECT_EQ(other.getTask(plan.id("s"))->getDuration(), 3_d);
     }
     EXPECT_EQ(digest(plan.project), before);
     plan.act([&](auto & rules) { rules.removeTasks(plan.ids({"s"})); });
     plan.project.setProjectData(copy.get());
-    EXPECT_EQ(digest(plan.project), before);
     EXPECT_EQ(plan["t"].getParent(), &plan["s"]);
-
-    {
-        Plan other({aTask("elsewhere").with({aTask("below")})});
-        std::unique_ptr<CProjectData> const content(other.project.getCopyOfProjectData());
-        plan.project.setProjectData(content.get());
-    }
-    for (char const * name : {"elsewhere", "below"})
-        EXPECT_EQ(static_cast<CTaskCachedData const &>(plan[name]).getProject(), &plan.project);
-    plan.project.setProjectData(copy.get());
+    EXPECT_EQ(static_cast<CTaskCachedData const &>(plan["t"]).getProject(), &plan.project);
     plan.project.setProjectData(nullptr);
     plan.project.setPresentationData(nullptr);
     EXPECT_EQ(digest(plan.project), before);
@@ -130,21 +108,12 @@ TEST(Project, ContentIsComparedByWhatItHolds)
         {"buffer", [](CTask & t) { t.setRiskBuffer(true); }},
         {"calendar", [](CTask & t) { t.setDominantCalendarID(CCalendarID()); }},
         {"constraint", [](CTask & t) { t.setConstraintType(CTaskConstraintType::CannotReschedule); }},
-        {"links",
-         [](CTask & t)
-         {
-             CLinkArray links;
-             links.Add(CLink(CTaskID(), CLinkType::FinishToStart));
-             t.setUpstreamLinks(links);
-         }},
+        {"links", [](CTask & t) { t.setUpstreamLinks(Plan({aTask("a").after("a")})["a"].getUpstreamLinks()); }},
         {"supplier", [](CTask & t) { t.getWritableSupplyChain().setSupplierID(CCompanyID()); }},
         {"actual start", [](CTask & t) { t.setActualStartTime("01-05 09:00"_t); }},
         {"predicted finish", [](CTask & t) { t.setPredictedFinishTime("01-05 09:00"_t); }},
         {"actual finish", [](CTask & t) { t.setActualFinishTime("01-05 09:00"_t); }},
         {"planned start", [](CTask & t) { t.reschedulePlannedStartTime("01-06 09:00"_t); }},
-        {"planned end", [](CTask & t) { t.setPlannedEndTime("01-06 10:00"_t); }},
-        {"moved end", [](CTask & t) { t.reschedulePlannedEndTime("01-07 10:00"_t); }},
-        {"end of risk", [](CTask & t) { t.setEndOfUnmitigatedRisk("01-07 10:00"_t); }},
         {"duration", [](CTask & t) { t.setDuration(2_d); }},
         {"risk type", [](CTask & t) { t.setRiskType(CRiskType::Additive); }},
         {"id", [](CTask & t) { t.setID(CTaskID()); }},
@@ -206,28 +175,24 @@ TEST(Project, ALoadGivesBegunTasksTheirTimes)
 
 TEST(Project, ALoadWithoutItsAdministratorGetsTheDefaultUsers)
 {
-    using Damage = void (*)(CUser &, CRole &);
-    std::pair<Damage, bool> const cases[] = {
+    std::pair<void (*)(CUser &, CRole &), bool> const cases[] = {
         {[](CUser & user, CRole &) { user.setEmail("a@b"); }, true},
         {[](CUser & user, CRole &) { user.setLogin("administrator"); }, false},
         {[](CUser & user, CRole &) { user.setName("Somebody"); }, false},
         {[](CUser & user, CRole &) { user.setID(CUserID()); }, false},
         {[](CUser &, CRole & role) { role.setName("Chief"); }, false},
     };
-    int number = 0;
     for (auto const & [damage, isKept] : cases)
     {
-        SCOPED_TRACE(number++);
         CProject project(nullptr, false);
         damage(const_cast<CUser &>(project.getAllUsers().GetAt(0)),
                const_cast<CRole &>(project.getAllRoles().GetAt(0)));
         CRoleID const guest = project.getRole(2)->getID();
         project.postSerialize();
-        EXPECT_EQ(project.getNumberOfUsers(), 1);
-        EXPECT_EQ(project.getNumberOfRoles(), 3);
+        EXPECT_TRUE(project.getNumberOfUsers() == 1 && project.getNumberOfRoles() == 3);
         EXPECT_EQ(project.getAdminUser()->getEmail() == "a@b", isKept);
-        EXPECT_TRUE(project.getAdminUser()->getLogin() == "Administrator" &&
-                    project.getAdminRole()->getName() == "Administrator");
+        EXPECT_EQ(project.getAdminUser()->getLogin(), "Administrator");
+        EXPECT_EQ(project.getAdminRole()->getName(), "Administrator");
         EXPECT_TRUE(!isKept || project.getRole(guest));
     }
 }

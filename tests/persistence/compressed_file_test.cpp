@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 #include <zlib.h>
 
-#include <cstdlib>
 #include <random>
 
 #include "persistence/file_system.h"
@@ -70,8 +69,6 @@ TEST(CompressedFileTest, WritesAndReadsOneGzipMember)
             EXPECT_TRUE(readByOthers(path, size) == bytes) << size;
             EXPECT_TRUE(readGzip(path, static_cast<unsigned int>(piece)) == bytes) << size;
         }
-    CString const quiet("gzip --version > /dev/null 2>&1"), check = "gzip -tS .prj " + path;
-    EXPECT_TRUE(std::system(quiet) != 0 || std::system(check) == 0);
 }
 
 TEST(CompressedFileTest, ReadsWhatOthersWrite)
@@ -82,8 +79,6 @@ TEST(CompressedFileTest, ReadsWhatOthersWrite)
     std::string const data = folder.read("a").substr(10), name = std::string(9000, 'n') + '\0';
     auto const header = [](char method, char flags) { return "\x1F\x8B"s + method + flags + "\1\2\3\4\5\6"; };
     std::pair<std::string, std::string> const cases[] = {
-        {header(8, 2) + "\0\1"s + data, bytes},
-        {header(8, 4) + "\5\0five!"s + data, bytes},
         {header(8, 31) + "\5\0five!"s + name + name + "\0\1"s + data, bytes},
         {header(7, 0) + data, ""},
         {header(8, 32) + data, ""},

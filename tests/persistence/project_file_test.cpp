@@ -22,11 +22,6 @@ using namespace orvane;
 namespace
 {
 
-std::unique_ptr<CProjectData> contentOf(CProject const & project)
-{
-    return std::unique_ptr<CProjectData>(project.getCopyOfProjectData());
-}
-
 // A task below a task, so many levels deep.
 Plan nested(int levels)
 {
@@ -105,28 +100,20 @@ TEST(ProjectFileTest, SaysWhatItCannotOpenAndRefusesWhatItIsNot)
     EXPECT_EQ(plan["dig"].getName(), "dig");
 
     // Versions beyond the known ones are read as the nearest; a calendar, a picture or nothing are none.
-    for (std::string const & bytes : {std::string(), std::string(300, '\0'), std::string(300, '\xFF'), std::string("\x2A\0\0\0", 4)})
+    for (std::string const & bytes :
+         {std::string(), std::string(300, '\0'), std::string(300, '\xFF'), std::string("\x2A\0\0\0", 4)})
         EXPECT_EQ(plan.project.readFromFile(folder.write("odd.prj", bytes), false), 0);
 }
 
-TEST(ProjectFileTest, PartsHaveFilesOfTheirOwn)
+TEST(ProjectFileTest, APartIsNotReadFromTheFileOfAnother)
 {
     CRecordingHost host;
     CScratchFolder const folder;
-    Plan plan({aTask("dig")});
-    plan.act([&](auto & rules) { rules.setPrimarySelectedTaskID(plan.id("dig")); });
-    std::unique_ptr<CProjectData> const data = contentOf(plan.project);
-    std::unique_ptr<CPresentationData> const views(plan.project.getCopyOfPresentationData());
-    EXPECT_EQ(data->saveToFile(folder.path("data")), 1);
-    EXPECT_EQ(views->saveToFile(folder.path("views")), 1);
-    CProjectData dataBack;
-    CPresentationData viewsBack;
-    EXPECT_EQ(dataBack.readFromFile(folder.path("data")), 1);
-    EXPECT_EQ(viewsBack.readFromFile(folder.path("views")), 1);
-    EXPECT_TRUE(dataBack == *data);
-    EXPECT_TRUE(viewsBack == *views);
-    EXPECT_EQ(dataBack.readFromFile(folder.path("views")), 0);
-    EXPECT_EQ(viewsBack.readFromFile(folder.path("none")), 0);
+    CProjectData data;
+    CPresentationData views;
+    ASSERT_EQ(views.saveToFile(folder.path("views")), 1);
+    EXPECT_EQ(data.readFromFile(folder.path("views")), 0);
+    EXPECT_EQ(views.readFromFile(folder.path("none")), 0);
     EXPECT_EQ(host.boxes.size(), 2u);
 }
 

@@ -53,34 +53,29 @@ TEST(UndoRedoListTest, ARandomHistoryGoesBackAndForthThroughExactlyTheStatesPush
         Kept kept({aTask("dig"), aTask("pour").after("dig")});
         kept.project.postSerialize();
         std::map<int, std::string> states;
-        int last = 1;
         for (int each = 0; each < 60; ++each)
         {
             int const choice = std::uniform_int_distribution<int>(0, 5)(random);
-            int const count = 1 + choice % 2;
             int const before = kept.index();
-            int const target = choice < 2 ? before - count : before + count;
             if (choice > 3)
             {
                 kept.project.pushState("action");
                 states[before] = streamOf(kept.project);
                 actAtRandom(kept.project, random);
                 kept.project.postSerialize();
-                kept.at(last = before + 1);
-                states[last] = streamOf(kept.project);
+                kept.at(before + 1);
+                states.erase(states.upper_bound(before), states.end());
+                states[before + 1] = streamOf(kept.project);
                 // What was undone is overwritten as new states are pushed; the next one differs already.
-                if (kept.has(last)) std::filesystem::remove(kept.folder.path(Kept::stateName(last)).view());
-                states.erase(states.upper_bound(last), states.end());
-                for (int above = last + 1; kept.has(above); ++above)
+                for (int above = before + 1; kept.has(above); ++above)
                     std::filesystem::remove(kept.folder.path(Kept::stateName(above)).view());
                 continue;
             }
+            int const count = 1 + choice % 2;
+            int const target = choice < 2 ? before - count : before + count;
             kept.step(choice < 2, count);
-            EXPECT_EQ(kept.index(), states.contains(target) && target >= 1 && target <= last ? target : before);
-            if (states.contains(kept.index()))
-            {
-                EXPECT_EQ(streamOf(kept.project), states[kept.index()]);
-            }
+            ASSERT_EQ(kept.index(), states.contains(target) ? target : before);
+            EXPECT_TRUE(states.empty() || streamOf(kept.project) == states[kept.index()]);
         }
     }
 }
@@ -110,24 +105,20 @@ TEST(UndoRedoListTest, StopsAtTheFirstStateAndBeyondTheLast)
     kept.at(0);
     kept.project.pushState("begin");
     kept.at(1);
-    for (int const count : {0, -1, 2, 1'000'000'000, INT_MAX})
+    auto const expectAfter = [&](bool back, int count, int index)
     {
-        kept.step(true, count);
-        EXPECT_EQ(kept.index(), 1);
-    }
-    kept.step(true);
-    EXPECT_EQ(kept.index(), 0);
+        kept.step(back, count);
+        EXPECT_EQ(kept.index(), index) << count;
+    };
+    for (int const count : {0, -1, 2, 1'000'000'000, INT_MAX}) expectAfter(true, count, 1);
+    expectAfter(true, 1, 0);
     // A file for the index below the first is found, and yet there is nothing to undo.
     std::filesystem::copy_file(kept.folder.path(Kept::stateName(0)).view(), kept.folder.path("00000000-1.prj").view());
     EXPECT_TRUE(kept.project.canUndo());
-    kept.step(true);
-    EXPECT_EQ(kept.index(), 0);
+    expectAfter(true, 1, 0);
     // The state that was left was kept on the way.
-    for (int const count : {INT_MAX, 1})
-    {
-        kept.step(false, count);
-        EXPECT_EQ(kept.index(), count == 1 ? 1 : 0);
-    }
+    expectAfter(false, INT_MAX, 0);
+    expectAfter(false, 1, 1);
 }
 
 TEST(UndoRedoListTest, DoesNotUndoTheUserWhoIsLoggedIn)
@@ -148,24 +139,21 @@ TEST(UndoRedoListTest, DoesNotUndoTheUserWhoIsLoggedIn)
 
 TEST(UndoRedoListTest, TrimsFarStatesUpToTheFirstHole)
 {
-    struct Case
-    {
-        std::vector<int> kept;
-        std::vector<int> left;
-        bool redo;
-    };
-    for (Case const & each : {Case{{38, 39, 40, 41}, {40, 41}, false}, Case{{36, 38, 39}, {38, 39}, false},
-                              Case{{59, 60, 61, 62}, {59, 60}, true}, Case{{61, 63}, {61}, true}})
+    std::tuple<std::vector<int>, std::vector<int>, bool> const cases[] = {{{38, 39, 40, 41}, {40, 41}, false},
+                                                                          {{36, 38, 39}, {38, 39}, false},
+                                                                          {{59, 60, 61, 62}, {59, 60}, true},
+                                                                          {{61, 63}, {61}, true}};
+    for (auto const & [before, left, redo] : cases)
     {
         Kept kept;
         CProjectConfig::setMaximumNumberUndoRedoStates(10);
-        for (int const index : each.kept) kept.folder.write(Kept::stateName(index), "");
+        for (int const index : before) kept.folder.write(Kept::stateName(index), "");
         // Without digits it counts with the number before it.
         kept.folder.write("zero.prj", "");
         kept.at(50);
-        if (each.redo) kept.project.clearRedoStack();
+        if (redo) kept.project.clearRedoStack();
         else kept.project.clearUndoStack();
-        for (int const index : each.kept) EXPECT_EQ(kept.has(index), std::ranges::count(each.left, index) == 1) << index;
+        for (int const index : before) EXPECT_EQ(kept.has(index), std::ranges::count(left, index) == 1) << index;
     }
 }
 

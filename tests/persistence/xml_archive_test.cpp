@@ -27,12 +27,15 @@ public:
     CTaskID const & getID() const { return id; }
     void xmlSerialize(CProjectXMLArchive & archive) override;
     template <class Visit>
-    static void describe(Visit && visit);
+    static void describe(Visit && visit)
+    {
+        visit("id", &CPier::id);
+        visit("type", &CPier::type);
+        visit("piers", &CPier::piers);
+    }
 
     CTaskID id;
-    CProjectString name;
     CLinkType type;
-    CProjectDuration delay;
     orvane::CSubItems<class CPierArray> piers;
 };
 
@@ -46,17 +49,6 @@ public:
 };
 
 CPier::~CPier() = default;
-
-template <class Visit>
-void CPier::describe(Visit && visit)
-{
-    visit("id", &CPier::id);
-    visit("name", &CPier::name);
-    visit("type", &CPier::type);
-    visit("delay", &CPier::delay);
-    visit("piers", &CPier::piers);
-}
-
 template class orvane::CRecord<CPier>;
 
 void CPier::xmlSerialize(CProjectXMLArchive & archive)
@@ -105,13 +97,10 @@ struct CReader : IProjectXMLTagProcessor
     string tags;
 };
 
-int parse(string const & document, IProjectXMLTagProcessor & processor, CString * message = nullptr)
+int parse(string const & document, IProjectXMLTagProcessor & processor)
 {
     CScratchFolder const folder;
-    CProjectXMLArchive archive;
-    int const result = archive.parse(folder.write("document.xml", document), &processor);
-    if (message) *message = archive.parserMessage();
-    return result;
+    return CProjectXMLArchive().parse(folder.write("document.xml", document), &processor);
 }
 
 // The action reads from an element with what was written before.
@@ -148,44 +137,52 @@ TEST(XmlArchiveTest, FramesADocumentAndItsLines)
     EXPECT_EQ(text, head + day + "\"\n" + lines + "</Some Root>\n");
 }
 
+// The value is written as the text, and the text is read as the value `back`.
 template <class Value>
-struct Form
+void expectForm(Value value, string const & text, Value const & back, Value const & fallback = {})
 {
-    Value value;
-    Value fallback;
-    string text;
-    Value back;
-};
-
-// Each value is written as the text, and the text is read as the value.
-template <class Value>
-void expectForms(std::initializer_list<Form<Value>> forms)
-{
-    for (Form<Value> const & form : forms)
+    string const line = text.empty() ? "" : "   a = \"" + text + "\"\n";
+    auto const exchange = [&](auto & archive)
     {
-        string const line = form.text.empty() ? "" : "   a = \"" + form.text + "\"\n";
-        Value value = form.value;
-        auto const exchange = [&](auto & archive)
-        { EXPECT_EQ(archive.attribute("a", value, form.fallback), !form.text.empty()); };
-        EXPECT_EQ(written(exchange), line);
-        readBack(line, exchange);
-        EXPECT_EQ(value, form.back) << form.text;
+        if constexpr (requires { value.xmlSerialize(archive, "a"); }) value.xmlSerialize(archive, "a");
+        else EXPECT_EQ(archive.attribute("a", value, fallback), !text.empty());
+    };
+    EXPECT_EQ(written(exchange), line);
+    readBack(line, exchange);
+    EXPECT_EQ(value, back) << text;
+    if constexpr (requires { value.isValid(); })
+    {
+        EXPECT_EQ(value.isValid(), back.isValid()) << text;
     }
 }
 
 TEST(XmlArchiveTest, WritesAndReadsEveryForm)
 {
-    expectForms<int>({{1500, 0, "1.5e+3", 1}, {-12, 0, "-12", -12}, {0, 0, "", 0}, {7, 7, "", 7}, {0, 7, "0", 0}});
-    expectForms<short>({{-7, 0, "-7", -7}, {3, 3, "", 3}});
-    expectForms<double>({{-0.001, 0, "-1e-3", -0.001}, {2.5, 0, "2.5", 2.5}, {1e300, 0, "1e+300", 1e300}});
-    expectForms<float>({{0.25F, 1, "0.25", 0.25F}, {1, 1, "", 1}});
-    expectForms<bool>({{true, false, "true", true}, {false, true, "false", false}, {false, false, "", false}});
-    expectForms<CString>({{"", "", "", ""},
-                          {"a<b>\"'&", "", "a&lt;b&gt;&quot;&apos;&amp;", "a<b>\"'&"},
-                          {"&lt;", "", "&amp;lt;", "<"},
-                          {"x\ny", "", "x\n   y", "x    y"},
-                          {"Br\u00FCcke", "", "Br\u00FCcke", "Br\u00FCcke"}});
+    expectForm<int>(1500, "1.5e+3", 1);
+    expectForm<int>(-12, "-12", -12);
+    expectForm<int>(0, "0", 0, 7);
+    expectForm<short>(-7, "-7", -7);
+    expectForm<double>(-0.001, "-1e-3", -0.001);
+    expectForm<float>(0.25F, "0.25", 0.25F, 1);
+    expectForm<bool>(false, "false", false, true);
+    expectForm<CString>("a<b>\"'&", "a&lt;b&gt;&quot;&apos;&amp;", "a<b>\"'&");
+    expectForm<CString>("x\ny", "x\n   y", "x    y");
+    expectForm<CString>("Br\u00FCcke", "Br\u00FCcke", "Br\u00FCcke");
+    expectForm<CProjectBool>({}, "", false);
+    expectForm<CProjectDouble>(0.0, "", 0.0);
+    expectForm<CProjectString>("a\r\nb<", "a[X ]b&lt;", "a\r\nb<");
+    expectForm<CTaskStatus>(CTaskStatus::Started, "6", CTaskStatus::Started);
+    expectForm<CTaskStatus>({}, "", CTaskStatus::Hold);
+    expectForm<CProjectColor>(CColor(1, 0, 0), "1.000000, 0.000000, 0.000000", CColor(1, 0, 0));
+    expectForm<CProjectDate>({2004, 1, 5}, "Mo, 05 Jan, 2004", {});
+    expectForm<CProjectTime>({2004, 1, 5, 14, 30}, "14:30 Mo, 05 Jan, 2004", {});
+    expectForm<CProjectTimeOfDay>({14, 30}, "14:30", {13, 59});
+    expectForm<CProjectDuration>({0, 0}, "0 Days", {0, 0});
+    expectForm<CProjectDuration>({}, "", {});
+}
 
+TEST(XmlArchiveTest, WritesAndReadsWhatHasAFormOfItsOwn)
+{
     CString paragraph = "+ one  two\n+ three";
     auto const note = [&](auto & archive) { archive.attributeParagraph("note", paragraph, ""); };
     string const lines = written(note);
@@ -205,35 +202,38 @@ TEST(XmlArchiveTest, WritesAndReadsEveryForm)
 
     CColor color(0.5F, 0, 1);
     auto const paint = [&](auto & archive) { archive.attribute("a", color); };
-    EXPECT_EQ(written(paint), "   a = \"0.500000, 0.000000, 1.000000\"\n");
     readBack("a='0.1, 0.2'", paint);
     EXPECT_EQ(color, CColor(0.5F, 0, 1));
     readBack("a='0.25,9, -1'", paint);
     EXPECT_EQ(color, CColor(0.25F, 1, 0));
-    EXPECT_EQ(written([](auto & archive) { archive.attributeOut("m", "<&>", ""); }), "   m = \"<&>\"\n");
-}
 
-TEST(XmlArchiveTest, WritesAndReadsWordArrays)
-{
     CSortedWordArray words;
     auto const exchange = [&](auto & archive) { archive.attribute("w", words); };
     EXPECT_EQ(written(exchange), "");
     words.Add(1500);
     EXPECT_EQ(written(exchange), "   w = \"1.5e+3\"\n");
     words.Add(3);
-    string const lines = written(exchange);
-    EXPECT_EQ(lines, "   w = \n      \"\n      1500\n      3\n      \"\n");
-    readBack(lines, exchange);
-    ASSERT_EQ(words.GetSize(), 2);
-    EXPECT_EQ(words.GetAt(0), 3);
+    EXPECT_EQ(written(exchange), "   w = \n      \"\n      1500\n      3\n      \"\n");
     CWordArray plain;
-    auto const exchangePlain = [&](auto & archive) { archive.attribute("w", plain); };
-    readBack("w='9 x 70000&#9;-1 99999999999 2'", exchangePlain);
-    std::vector<int> read;
-    for (int const word : plain) read.push_back(word);
-    EXPECT_EQ(read, (std::vector{9, 65535, 0, 65535, 2}));
-    readBack("", exchangePlain);
-    EXPECT_TRUE(plain.IsEmpty());
+    readBack("w='9 x 70000&#9;-1 99999999999 2'", [&](auto & archive) { archive.attribute("w", plain); });
+    string read;
+    for (int const word : plain) read += std::to_string(word) + ' ';
+    EXPECT_EQ(read, "9 65535 0 65535 2 ");
+
+    CProjectStateIndex index(3);
+    EXPECT_EQ(written([&](auto & archive) { index.xmlSerialize(archive), archive.out("."); }),
+              "   <ProjectStateIndex\n      index = \"3\"\n   />\n      .\n");
+    std::pair<char const *, CProjectDate> const dates[] = {{"Mon, Jan 5 2004", {2004, 1, 5}},
+                                                           {"x DEC, 31, 1999 12:00", {1999, 12, 31}},
+                                                           {"Mon Jan 5", {}},
+                                                           {"a May b 2004", {}},
+                                                           {"a May 1 99999999999", {INT_MAX, 5, 1}}};
+    for (auto const & [text, expected] : dates)
+    {
+        CProjectDate date(2000, 1, 1);
+        readBack(string("a='") + text + "'", [&](auto & archive) { date.xmlSerialize(archive, "a"); });
+        EXPECT_TRUE(date == expected && date.isValid() == expected.isValid()) << text;
+    }
 }
 
 TEST(XmlArchiveTest, TakesWhatIsNoValueForTheDefault)
@@ -241,18 +241,22 @@ TEST(XmlArchiveTest, TakesWhatIsNoValueForTheDefault)
     CReader reader(
         [](auto & archive)
         {
-            int number = 5;
-            double fraction = 5;
-            bool flag = true;
-            for (char const * name : {"word", "empty", "missing"})
+            auto const expectDefault = [&](auto value, auto other)
             {
-                EXPECT_EQ(archive.find(name, number) + archive.find(name, fraction) + archive.find(name, flag), 0);
-                EXPECT_TRUE(number == 5 && fraction == 5 && flag) << name;
-                EXPECT_EQ(archive.attribute(name, number, 9), 0);
-                EXPECT_EQ(std::exchange(number, 5), 9);
-            }
-            EXPECT_EQ(archive.find("huge", fraction) + archive.find("nan", fraction), 0);
+                for (char const * name : {"word", "empty", "missing"})
+                {
+                    auto found = value;
+                    EXPECT_TRUE(archive.find(name, found) == 0 && found == value) << name;
+                    EXPECT_TRUE(archive.attribute(name, found, other) == 0 && found == other) << name;
+                }
+            };
+            expectDefault(5, 9);
+            expectDefault(5.0, 9.0);
+            expectDefault(true, false);
+            int number = 5;
             short small = 0;
+            double fraction = 5;
+            EXPECT_EQ(archive.find("huge", fraction) + archive.find("nan", fraction), 0);
             EXPECT_TRUE(archive.find("long", number) && number == INT_MIN);
             EXPECT_TRUE(archive.find("long", small) && small == SHRT_MIN);
             EXPECT_TRUE(archive.find("plus", number) && number == 4);
@@ -353,77 +357,28 @@ TEST(XmlArchiveTest, EndsHostileDocumentsWithTheirResult)
         EXPECT_EQ(reader.tags, tags) << document.substr(0, 200);
     }
     CReader reader;
-    CString message;
-    parse("<r>\n</s>", reader, &message);
-    EXPECT_EQ(message.Find("Fatal Error at file "), 0) << message.view();
-    EXPECT_GT(message.Find("at line 2 column "), 0) << message.view();
-}
-
-// The value's attribute, and the other value that is read from it.
-template <class Value>
-void expectField(Value value, string const & text, Value back)
-{
-    string const line = text.empty() ? "" : "   a = \"" + text + "\"\n";
-    EXPECT_EQ(written([&](auto & archive) { value.xmlSerialize(archive, "a"); }), line);
-    readBack(line, [&](auto & archive) { value.xmlSerialize(archive, "a"); });
-    EXPECT_EQ(value, back) << text;
-    EXPECT_EQ(value.isValid(), back.isValid()) << text;
-}
-
-TEST(XmlArchiveTest, WritesAndReadsFields)
-{
-    expectField<CProjectBool>(true, "true", true);
-    expectField<CProjectBool>({}, "", false);
-    expectField<CProjectInt>(2000, "2e+3", 2);
-    expectField<CProjectInt>({}, "", 0);
-    expectField<CProjectDouble>(0.25, "0.25", 0.25);
-    expectField<CProjectDouble>(0.0, "", 0.0);
-    expectField<CProjectString>("a\r\nb<", "a[X ]b&lt;", "a\r\nb<");
-    expectField<CTaskStatus>(CTaskStatus::Started, "6", CTaskStatus::Started);
-    expectField<CTaskStatus>({}, "", CTaskStatus::Hold);
-    expectField<CProjectColor>(CColor(1, 0, 0), "1.000000, 0.000000, 0.000000", CColor(1, 0, 0));
-    expectField<CProjectDate>({2004, 1, 5}, "Mo, 05 Jan, 2004", {});
-    expectField<CProjectTime>({2004, 1, 5, 14, 30}, "14:30 Mo, 05 Jan, 2004", {});
-    expectField<CProjectTimeOfDay>({14, 30}, "14:30", {13, 59});
-    expectField<CProjectDuration>({0, 0}, "0 Days", {0, 0});
-    expectField<CProjectDuration>({}, "", {});
-
-    std::pair<char const *, CProjectDate> const dates[] = {{"Mon, Jan 5 2004", {2004, 1, 5}},
-                                                           {"x DEC, 31, 1999 12:00", {1999, 12, 31}},
-                                                           {"Mon Jan 5", {}},
-                                                           {"a May b 2004", {}},
-                                                           {"a May 1 99999999999", {INT_MAX, 5, 1}}};
-    for (auto const & [text, expected] : dates)
-    {
-        CProjectDate date(2000, 1, 1);
-        readBack(string("a='") + text + "'", [&](auto & archive) { date.xmlSerialize(archive, "a"); });
-        EXPECT_EQ(date, expected) << text;
-        EXPECT_EQ(date.isValid(), expected.isValid()) << text;
-    }
-    CProjectStateIndex index(3);
-    EXPECT_EQ(written([&](auto & archive) { index.xmlSerialize(archive), archive.out("."); }),
-              "   <ProjectStateIndex\n      index = \"3\"\n   />\n      .\n");
+    CProjectXMLArchive archive;
+    archive.parse(folder.write("broken", "<r>\n</s>"), &reader);
+    CString const message = archive.parserMessage();
+    EXPECT_TRUE(message.Find("Fatal Error at file ") == 0 && message.Find("at line 2 column ") > 0) << message.view();
 }
 
 TEST(XmlArchiveTest, WritesAndReadsArrays)
 {
-    CTaskIDArray tasks;
     auto const exchange = [](auto & array) { return [&](auto & archive) { array.xmlSerialize(archive); }; };
+    CTaskIDArray tasks;
     EXPECT_EQ(written(exchange(tasks)), "   <TaskIDs/>\n");
     tasks.Add(CTaskID(nullID));
-    string const zeros(32, '0');
-    EXPECT_EQ(written(exchange(tasks)), "   <TaskIDs>\n      id = \"" + zeros + "\"\n   </TaskIDs>\n");
+    EXPECT_EQ(written(exchange(tasks)), "   <TaskIDs>\n      id = \"" + string(32, '0') + "\"\n   </TaskIDs>\n");
     EXPECT_EQ(parse("<TaskIDs><TaskID id='1'/></TaskIDs>", tasks), 1);
     EXPECT_TRUE(tasks.IsEmpty());
 
     CCompanyIDArray companies;
-    companies.Add(CCompanyID());
-    companies.Add(CCompanyID());
+    for (int each = 0; each < 2; ++each) companies.Add(CCompanyID());
     CCompanyIDArray const before = companies;
     string const elements = written(exchange(companies));
-    EXPECT_NE(elements.find("\n      <CompanyID\n         id = \""), string::npos) << elements;
     // Each element leaves the level raised.
-    EXPECT_NE(elements.find("\n      />\n         <CompanyID\n"), string::npos) << elements;
+    EXPECT_NE(elements.find("\n      />\n         <CompanyID\n            id = \""), string::npos) << elements;
     EXPECT_EQ(parse(elements, companies), 1);
     EXPECT_EQ(companies, before);
 
@@ -439,9 +394,8 @@ TEST(XmlArchiveTest, WritesAndReadsArrays)
     ASSERT_EQ(spans.GetSize(), 1);
     EXPECT_EQ(spans.GetAt(0).getEnd(), CProjectTimeOfDay(17, 59));
 
-    CAttributeArray attributes;
+    CAttributeArray attributes, copy;
     attributes.Add(CAttribute("n", "<v>"));
-    CAttributeArray copy;
     EXPECT_EQ(parse(written(exchange(attributes)), copy), 1);
     EXPECT_EQ(copy, attributes);
     EXPECT_TRUE(copy.GetAt(0).isLoaded());
@@ -449,23 +403,19 @@ TEST(XmlArchiveTest, WritesAndReadsArrays)
 
 TEST(XmlArchiveTest, ARecordsDocumentFollowsFromItsFields)
 {
-    CPierArray piers;
+    CPierArray piers, back;
     CPier pier;
-    pier.name = "north";
     pier.type = CLinkType::StartToStart;
-    pier.delay = CProjectDuration(2, 0);
     pier.piers.make().Add(CPier());
     piers.Add(pier);
     piers.Add(CPier());
     string const document = written([&](auto & archive) { piers.xmlSerialize(archive); });
     EXPECT_EQ(document.find("   <Piers>\n      <Pier\n         id = \""), 0U) << document;
-    string const fields =
-        "\n         name = \"north\"\n         type = \"3\"\n         delay = \"2 Hours\"\n         >\n";
-    EXPECT_NE(document.find(fields + "         <Piers>\n            <Pier\n"), string::npos) << document;
-    CPierArray back;
+    string const rest = "\n         type = \"3\"\n         >\n         <Piers>\n            <Pier\n";
+    EXPECT_NE(document.find(rest), string::npos) << document;
     EXPECT_EQ(parse(document, back), 1);
     ASSERT_EQ(back.GetSize(), 2);
-    EXPECT_TRUE(back.GetAt(0).name == pier.name && back.GetAt(0).type == pier.type);
+    EXPECT_EQ(back.GetAt(0).type, pier.type);
     EXPECT_EQ(back.GetAt(1).id, piers.GetAt(1).id);
     ASSERT_TRUE(back.GetAt(0).piers);
     EXPECT_EQ(back.GetAt(0).piers.get()->GetAt(0).id, pier.piers.get()->GetAt(0).id);
@@ -487,14 +437,11 @@ TEST(XmlArchiveTest, WritesFiles)
     };
     ASSERT_TRUE(save(folder.path("plain"), 0) && save(folder.path("packed"), 1));
     string const plain = folder.read("plain");
-    EXPECT_TRUE(plain.ends_with("   line\n</r>\n")) << plain.size();
     SECCompressFile packed;
     packed.Open(folder.path("packed"), CFile::modeRead);
     string unpacked(plain.size() + 1, '\0');
     unpacked.resize(packed.Read(unpacked.data(), static_cast<unsigned int>(unpacked.size())));
     EXPECT_EQ(unpacked, plain);
-    EXPECT_LT(folder.read("packed").size(), plain.size());
-
     EXPECT_FALSE(save(folder.path("no/such"), 0));
     ASSERT_EQ(host.boxes.size(), 1U);
     EXPECT_EQ(host.boxes[0].text, "I/O error " + folder.path("no/such") + " : Bad path");

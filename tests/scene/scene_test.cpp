@@ -142,12 +142,9 @@ TEST(Scene, searches_the_array_it_is_given)
     CObArray found;
     scene.getAllEntities(found, CEntitySphere::GetThisClass(), true);
     EXPECT_EQ(found.GetSize(), 2);
-    scene.getAllEntities(found, CEntitySphere::GetThisClass(), false);
-    EXPECT_EQ(found.GetSize(), 1);
     scene.getAllEntities(found, CObject::GetThisClass(), false);
     EXPECT_EQ(found.GetSize(), 2);
     EXPECT_EQ(scene.getEntity(&found, handleOf(2)), child);
-    EXPECT_EQ(scene.getEntity(scene.getEntityArray(), handleOf(2)), child);
     EXPECT_EQ(scene.getEntity(group->getChildren(), handleOf(3)), nullptr);
     EXPECT_EQ(scene.getEntity(nullptr, handleOf(3)), nullptr);
 }

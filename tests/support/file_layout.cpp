@@ -175,7 +175,7 @@ std::map<std::string, Items> const & layouts()
         {"Navigator",
          {{"companyType", "1..22"}, {"companyUsed", "bool"}, {"resource", "id"}, {"equipment", "bool"}, {"people", "bool"},
           {"places", "bool"}, {"materials", "bool"}}},
-        {"3D", {{"display", "1..7"}, {"lock", "1..3", 41, stays, fresh}}},
+        {"3D", {{"display", "1..7"}, {"lock", "1..3", 41, stays, "3"}}},
         {"Gantt",
          {{"zoom", "double"}, {"focussed", "time"}, {"playing", "bool"}, {"speed", "duration"}, {"viewStart", "time"},
           {"scroll", "int"}}},

@@ -62,17 +62,13 @@ int PlainDay::find(CProjectTimeOfDay const & t) const
 bool PlainDay::isValidStart(CProjectTimeOfDay const & t) const
 {
     int const found = find(t);
-    if (found < 0) return false;
-    auto const & block = blocks[static_cast<std::size_t>(found)];
-    return block.getStart() <= t && t < block.getEnd();
+    return found >= 0 && t < blocks[static_cast<std::size_t>(found)].getEnd();
 }
 
 bool PlainDay::isValidEnd(CProjectTimeOfDay const & t) const
 {
     int const found = find(t);
-    if (found < 0) return false;
-    auto const & block = blocks[static_cast<std::size_t>(found)];
-    return block.getStart() < t && t <= block.getEnd();
+    return found >= 0 && blocks[static_cast<std::size_t>(found)].getStart() < t;
 }
 
 CProjectTimeOfDay PlainDay::nextStart(CProjectTimeOfDay const & t) const
@@ -119,35 +115,30 @@ CProjectTimeOfDay PlainDay::add(CProjectTimeOfDay const & t, long duration) cons
 {
     int const found = find(t);
     if (found < 0) return {};
-    auto block = blocks.begin() + found;
-    long const left = (block->getEnd() - t).GetTotalMinutes();
-    if (duration <= left) return t + minutes(duration);
-    long rest = duration - left;
-    while (++block != blocks.end())
+    CProjectTimeOfDay from = t;
+    for (auto block = blocks.begin() + found;;)
     {
-        long const length = (block->getEnd() - block->getStart()).GetTotalMinutes();
-        if (length >= rest) return block->getStart() + minutes(rest);
-        rest -= length;
+        long const left = (block->getEnd() - from).GetTotalMinutes();
+        if (duration <= left) return from + minutes(duration);
+        duration -= left;
+        if (++block == blocks.end()) return {};
+        from = block->getStart();
     }
-    return {};
 }
 
 CProjectTimeOfDay PlainDay::subtract(CProjectTimeOfDay const & t, long duration) const
 {
     int const found = find(t);
     if (found < 0) return {};
-    auto block = blocks.begin() + found;
-    long const left = (t - block->getStart()).GetTotalMinutes();
-    if (duration <= left) return t - minutes(duration);
-    long rest = duration - left;
-    while (block != blocks.begin())
+    CProjectTimeOfDay from = t;
+    for (auto block = blocks.begin() + found;; --block)
     {
-        --block;
-        long const length = (block->getEnd() - block->getStart()).GetTotalMinutes();
-        if (length >= rest) return block->getEnd() - minutes(rest);
-        rest -= length;
+        long const left = (from - block->getStart()).GetTotalMinutes();
+        if (duration <= left) return from - minutes(duration);
+        duration -= left;
+        if (block == blocks.begin()) return {};
+        from = std::prev(block)->getEnd();
     }
-    return {};
 }
 
 long PlainDay::between(CProjectTimeOfDay a, CProjectTimeOfDay b) const
@@ -255,68 +246,53 @@ PlainDay const & PlainCalendar::day(CProjectDate const & date) const
     return days.emplace(date.getDayNumber(), PlainDay(dayType(date))).first->second;
 }
 
+CProjectTime PlainCalendar::toValid(CProjectTime const & time, bool asEndTime) const
+{
+    if (asEndTime) return isValidEnd(time) ? time : previousEnd(time);
+    return isValidStart(time) ? time : nextStart(time);
+}
+
 CProjectTime PlainCalendar::add(CProjectTime const & time, CProjectDuration const & duration, bool asEndTime) const
 {
     if (!time.isValid()) return {};
-    CProjectDate date = time.getDate();
-    CProjectTimeOfDay const clock = time.getTimeOfDay();
-    PlainDay const & today = day(date);
+    PlainDay const & today = day(time.getDate());
     long const length = duration.GetTotalMinutes();
-    long const rest = today.between(clock, today.end());
+    long const rest = today.between(time.getTimeOfDay(), today.end());
     if (length <= rest)
     {
-        CProjectTime const result = compose(date, today.add(clock, length));
-        if (asEndTime) return !isValidEnd(result) && length > 1 ? previousEnd(result) : result;
-        return isValidStart(result) ? result : nextStart(result);
+        CProjectTime const result = compose(time.getDate(), today.add(time.getTimeOfDay(), length));
+        return asEndTime && length <= 1 ? result : toValid(result, asEndTime);
     }
-    for (long left = length - rest;;)
-    {
-        std::optional<CProjectDate> const next = neighbour(date, 1);
-        if (!next) return {};
-        date = *next;
-        PlainDay const & here = day(date);
-        if (!here.isWorking) continue;
-        if (left > here.workingMinutes())
-        {
-            left -= here.workingMinutes();
-            continue;
-        }
-        CProjectTime const result = compose(date, here.add(here.start(), left));
-        if (asEndTime) return isValidEnd(result) ? result : previousEnd(result);
-        return isValidStart(result) ? result : nextStart(result);
-    }
+    auto const within = [](PlainDay const & day, long left) { return day.add(day.start(), left); };
+    return toValid(onOtherDays(time.getDate(), length - rest, 1, within), asEndTime);
 }
 
 CProjectTime PlainCalendar::subtract(CProjectTime const & time, CProjectDuration const & duration, bool asEndTime) const
 {
     if (!time.isValid()) return {};
-    CProjectDate date = time.getDate();
-    CProjectTimeOfDay const clock = time.getTimeOfDay();
-    PlainDay const & today = day(date);
+    PlainDay const & today = day(time.getDate());
     long const length = duration.GetTotalMinutes();
-    long const rest = today.between(today.start(), clock);
+    long const rest = today.between(today.start(), time.getTimeOfDay());
     if (length <= rest)
     {
-        CProjectTime const result = compose(date, today.subtract(clock, length));
-        if (asEndTime) return isValidEnd(result) ? result : previousEnd(result);
-        return !isValidStart(result) && length > 1 ? nextStart(result) : result;
+        CProjectTime const result = compose(time.getDate(), today.subtract(time.getTimeOfDay(), length));
+        return !asEndTime && length <= 1 ? result : toValid(result, asEndTime);
     }
-    for (long left = length - rest;;)
+    auto const within = [](PlainDay const & day, long left) { return day.subtract(day.end(), left); };
+    return toValid(onOtherDays(time.getDate(), length - rest, -1, within), asEndTime);
+}
+
+// Where the minutes end that are left after that date, or not valid where dates end.
+CProjectTime PlainCalendar::onOtherDays(CProjectDate date, long left, int step, Within within) const
+{
+    while (std::optional<CProjectDate> const next = neighbour(date, step))
     {
-        std::optional<CProjectDate> const next = neighbour(date, -1);
-        if (!next) return {};
         date = *next;
         PlainDay const & here = day(date);
-        if (!here.isWorking) continue;
-        if (left > here.workingMinutes())
-        {
-            left -= here.workingMinutes();
-            continue;
-        }
-        CProjectTime const result = compose(date, here.subtract(here.end(), left));
-        if (asEndTime) return isValidEnd(result) ? result : previousEnd(result);
-        return isValidStart(result) ? result : nextStart(result);
+        if (here.isWorking && left <= here.workingMinutes()) return compose(date, within(here, left));
+        left -= here.workingMinutes();
     }
+    return {};
 }
 
 CProjectDuration PlainCalendar::between(CProjectTime const & a, CProjectTime const & b) const

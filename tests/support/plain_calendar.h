@@ -57,12 +57,15 @@ public:
 
 private:
     using Search = CProjectTimeOfDay (PlainDay::*)(CProjectTimeOfDay const &) const;
+    using Within = CProjectTimeOfDay (*)(PlainDay const & day, long left);
 
     CCalendarDayType const & inForce(CCalendarDayType const * found) const;
     CCalendarDayType const & weekday(int day) const;
     PlainDay const & day(CProjectDate const & date) const;
     std::optional<CProjectDate> neighbour(CProjectDate const & date, int step) const;
     CProjectTime search(CProjectTime const & time, Search search, int step) const;
+    CProjectTime toValid(CProjectTime const & time, bool asEndTime) const;
+    CProjectTime onOtherDays(CProjectDate date, long left, int step, Within within) const;
 
     CCalendar const & calendar;
     CCalendar const & master;

@@ -11,28 +11,25 @@ using namespace orvane;
 namespace
 {
 
-// A plan with a tree of each kind: house(walls(door)) road, crew(mason) and sheet, weather(storm(gust)).
+// A plan with a tree of each kind: house(walls(door)) road, crew(mason) and a material, weather(storm(gust)).
 struct Views
 {
     Views()
     {
-        crew.setSubResources(listOf<CHumanResourceArray>(mason));
-        company.setHumanResources(listOf<CHumanResourceArray>(crew));
-        company.setMaterialResources(listOf<CMaterialResourceArray>(sheet));
-        storm.setSubRisks(listOf<CRiskArray>(gust));
-        weather.setSubRisks(listOf<CRiskArray>(storm));
+        CHumanResourceArray masons;
+        masons.Add(mason);
+        crew.setSubResources(masons);
+        company.resourcesOf<CHumanResource>().Add(crew);
+        company.resourcesOf<CMaterialResource>().Add(CMaterialResource());
+        CRiskArray gusts, storms;
+        gusts.Add(gust);
+        storm.setSubRisks(gusts);
+        storms.Add(storm);
+        weather.setSubRisks(storms);
         const_cast<CCompanyArray &>(project.getAllCompanies()).Add(company);
         const_cast<CRiskArray &>(project.getAllRisks()).Add(weather);
         plan.derive();
     }
-    template <class Array, class Item>
-    static Array listOf(Item const & item)
-    {
-        Array list;
-        list.Add(item);
-        return list;
-    }
-
     // Of weather, storm and gust: "+" shown with what is below, "-" without, "." no entry.
     std::string risks() const
     {
@@ -55,7 +52,6 @@ struct Views
     Plan plan{{aTask("house").with({aTask("walls").with({aTask("door")})}), aTask("road")}};
     CProject & project = plan.project;
     CHumanResource crew, mason;
-    CMaterialResource sheet;
     CCompany company;
     CRisk weather, storm, gust;
 };
@@ -94,13 +90,7 @@ TEST(ItemPresentations, ItemsAndTreesAreExpandedCollapsedAndForgotten)
     CRiskID const weather = views.weather.getID(), storm = views.storm.getID(), unknown, null = CRiskID::getNULL();
     CRiskPresentation collapsed;
     collapsed.setShowExpanded(false);
-    struct Step
-    {
-        std::function<bool(Rules &)> change;
-        bool answer;
-        std::string after;
-    };
-    Step const steps[] = {
+    std::tuple<std::function<bool(Rules &)>, bool, char const *> const steps[] = {
         // Also without an entry, as after a move.
         {[&](Rules & rules) { return rules.expandRisk(storm); }, true, "..."},
         {[&](Rules & rules) { return rules.collapseRisk(storm) && rules.collapseRisk(storm); }, true, ".-."},
@@ -117,11 +107,11 @@ TEST(ItemPresentations, ItemsAndTreesAreExpandedCollapsedAndForgotten)
         {[&](Rules & rules) { return rules.removeAllRiskPresentations(views.storm); }, true, "+.."},
     };
     Rules rules(&views.project, CRulesCheckerContext::OriginatingClient), nothing(nullptr, {});
-    for (Step const & step : steps)
+    for (auto const & [change, answer, after] : steps)
     {
-        EXPECT_EQ(step.change(rules), step.answer) << &step - steps;
-        EXPECT_EQ(views.risks(), step.after) << &step - steps;
-        EXPECT_FALSE(step.change(nothing)) << &step - steps;
+        EXPECT_EQ(change(rules), answer) << after;
+        EXPECT_EQ(views.risks(), after);
+        EXPECT_FALSE(change(nothing)) << after;
     }
     views.project.postSerialize();
     EXPECT_TRUE(rules.removeAllTaskPresentations(views.plan["walls"]));

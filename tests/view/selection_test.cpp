@@ -12,100 +12,62 @@ using namespace orvane;
 namespace
 {
 
-// What is selected, by the names of the fields.
-std::string selected(CProject const & project)
-{
-    std::pair<char const *, bool> const fields[] = {
-        {"task", project.getPrimarySelectedTaskID().isNULL()},
-        {"tasks", project.getSelectedTaskID().IsEmpty()},
-        {"company", project.getSelectedCompanyID().isNULL()},
-        {"resource", project.getSelectedResourceID().isNULL()},
-        {"risk", project.getSelectedRiskID().isNULL()},
-        {"filter", project.getSelectedFilterID().isNULL()},
-        {"riskCost", project.getSelectedAssignedRiskCostID().isNULL()},
-        {"taskCost", project.getSelectedTaskCostID().isNULL()},
-        {"resourceCost", project.getSelectedResourceCostID().isNULL()},
-        {"entity", project.getPrimarySelectedSceneEntityID().isNULL()},
-        {"entities", project.getSelectedSceneEntityID().IsEmpty()},
-        {"report", project.getSelectedTaskReportID().isNULL()},
-        {"reportCost", project.getSelectedTaskReportCostID().isNULL()},
-        {"user", project.getSelectedUserID().isNULL()},
-        {"role", project.getSelectedRoleID().isNULL()},
-    };
-    std::string all;
-    for (auto const & [name, isNothing] : fields) all += isNothing ? "" : std::string(name) + ' ';
-    return all;
-}
+using Rules = CLocalRulesChecker;
 
-std::string const everything = "task tasks company resource risk filter riskCost taskCost resourceCost entity entities "
-                               "report reportCost user role ";
-
-std::string without(std::string all, std::vector<std::string> const & names)
-{
-    for (std::string const & name : names)
-        if (std::size_t const at = (' ' + all).find(' ' + name + ' '); at != std::string::npos)
-            all.erase(at, name.size() + 1);
-    return all;
-}
-
+// One thing that can be selected.
 struct Selector
 {
     std::string field;
+    // The mode of the 3D view that it chooses, if any.
     int mode;
     std::vector<std::string> drops;
+    std::function<bool(CProject const &)> isSelected;
     // Something fresh, which stays the same on every call, or nothing.
-    std::function<bool(CLocalRulesChecker &, bool)> select;
+    std::function<bool(Rules &, bool)> select;
 };
 template <class ID>
-Selector ofOne(char const * field, bool (CLocalRulesChecker::*set)(ID const &), int mode = 0,
+Selector ofOne(char const * field, bool (Rules::*set)(ID const &), ID const & (CProject::*get)() const, int mode = 0,
                std::vector<std::string> const & drops = {})
 {
-    return {field, mode, drops,
+    return {field, mode, drops, [get](auto & project) { return !(project.*get)().isNULL(); },
             [set, some = ID()](auto & rules, bool any) { return (rules.*set)(any ? some : ID::getNULL()); }};
 }
 template <class ID, class IDs>
-Selector ofMany(char const * field, bool (CLocalRulesChecker::*set)(IDs const &), int mode)
+Selector ofMany(char const * field, bool (Rules::*set)(IDs const &), IDs const & (CProject::*get)() const, int mode)
 {
     IDs some, none;
     some.Add(ID());
     none.Add(ID::getNULL());
-    return {field, mode, {}, [=](auto & rules, bool any) { return (rules.*set)(any ? some : none); }};
+    return {field,
+            mode,
+            {},
+            [get](auto & project) { return !(project.*get)().IsEmpty(); },
+            [=](auto & rules, bool any) { return (rules.*set)(any ? some : none); }};
 }
 
-using Rules = CLocalRulesChecker;
-
-// With the mode that each chooses, if any, and what it drops.
+// In an order in which none drops what was selected before.
 std::vector<Selector> selectors()
 {
+    using P = CProject;
     return {
-        ofOne("company", &Rules::setSelectedCompanyID, 2),
-        ofOne("resource", &Rules::setSelectedResourceID, 4, {"resourceCost"}),
-        ofOne("risk", &Rules::setSelectedRiskID),
-        ofOne("entity", &Rules::setPrimarySelectedSceneEntityID, 6),
-        ofMany<CEntityID>("entities", &Rules::setSelectedSceneEntityID, 6),
-        ofOne("user", &Rules::setSelectedUserID),
-        ofOne("role", &Rules::setSelectedRoleID),
-        ofOne("task", &Rules::setPrimarySelectedTaskID, 3, {"taskCost", "report", "reportCost", "riskCost"}),
-        ofMany<CTaskID>("tasks", &Rules::setSelectedTaskID, 3),
-        ofOne("report", &Rules::setSelectedTaskReportID, 0, {"reportCost", "resourceCost"}),
-        ofOne("filter", &Rules::setSelectedFilterID),
-        ofOne("taskCost", &Rules::setSelectedTaskCostID),
-        ofOne("resourceCost", &Rules::setSelectedResourceCostID),
-        ofOne("riskCost", &Rules::setSelectedAssignedRiskCostID),
-        ofOne("reportCost", &Rules::setSelectedTaskReportCostID),
+        ofOne("company", &Rules::setSelectedCompanyID, &P::getSelectedCompanyID, 2),
+        ofOne("resource", &Rules::setSelectedResourceID, &P::getSelectedResourceID, 4, {"resourceCost"}),
+        ofOne("risk", &Rules::setSelectedRiskID, &P::getSelectedRiskID),
+        ofOne("entity", &Rules::setPrimarySelectedSceneEntityID, &P::getPrimarySelectedSceneEntityID, 6),
+        ofMany<CEntityID>("entities", &Rules::setSelectedSceneEntityID, &P::getSelectedSceneEntityID, 6),
+        ofOne("user", &Rules::setSelectedUserID, &P::getSelectedUserID),
+        ofOne("role", &Rules::setSelectedRoleID, &P::getSelectedRoleID),
+        ofOne("task", &Rules::setPrimarySelectedTaskID, &P::getPrimarySelectedTaskID, 3,
+              {"taskCost", "report", "reportCost", "riskCost"}),
+        ofMany<CTaskID>("tasks", &Rules::setSelectedTaskID, &P::getSelectedTaskID, 3),
+        ofOne("report", &Rules::setSelectedTaskReportID, &P::getSelectedTaskReportID, 0,
+              {"reportCost", "resourceCost"}),
+        ofOne("filter", &Rules::setSelectedFilterID, &P::getSelectedFilterID),
+        ofOne("taskCost", &Rules::setSelectedTaskCostID, &P::getSelectedTaskCostID),
+        ofOne("resourceCost", &Rules::setSelectedResourceCostID, &P::getSelectedResourceCostID),
+        ofOne("riskCost", &Rules::setSelectedAssignedRiskCostID, &P::getSelectedAssignedRiskCostID),
+        ofOne("reportCost", &Rules::setSelectedTaskReportCostID, &P::getSelectedTaskReportCostID),
     };
-}
-
-// Selects whatever is not selected, in the order that drops nothing again, and puts the 3D view in a mode
-// that no selection chooses.
-void selectEverything(CProject & project, std::vector<Selector> const & selectors)
-{
-    CLocalRulesChecker rules(&project, CRulesCheckerContext::OriginatingClient);
-    for (Selector const & each : selectors) EXPECT_TRUE(each.select(rules, true));
-    C3DPresentation presentation;
-    presentation.set3DDisplayMode(C3DDisplayMode::Mode5);
-    EXPECT_TRUE(rules.set3DPresentation(presentation));
-    EXPECT_EQ(selected(project), everything);
 }
 
 TEST(Selection, EverySetterDropsWhatBelongedToTheFormerChoiceAndMayTurnThe3DView)
@@ -117,38 +79,31 @@ TEST(Selection, EverySetterDropsWhatBelongedToTheFormerChoiceAndMayTurnThe3DView
         CProjectConfig::setAutoChoose3DMode(automatic);
         Selector const & tested = others[each / 2];
         SCOPED_TRACE(tested.field + (automatic ? ", automatic" : ""));
-        std::string const kept = without(everything, tested.drops);
-        auto const expectAfter = [&](Selector const & selector, bool any, std::string const & after, int chosen)
+        // With everything selected before, and the 3D view in a mode that no selection chooses.
+        auto const expectAfter =
+            [&](Selector const & selector, bool any, std::vector<std::string> const & drops, int mode)
         {
             CProject project(nullptr, false);
-            selectEverything(project, usual);
-            CLocalRulesChecker rules(&project, CRulesCheckerContext::OriginatingClient);
+            Rules rules(&project, CRulesCheckerContext::OriginatingClient);
+            for (Selector const & other : usual) EXPECT_TRUE(other.select(rules, true));
+            C3DPresentation presentation;
+            presentation.set3DDisplayMode(C3DDisplayMode::Mode5);
+            EXPECT_TRUE(rules.set3DPresentation(presentation));
             EXPECT_TRUE(selector.select(rules, any));
-            EXPECT_EQ(selected(project), after);
-            EXPECT_EQ(project.get3DPresentation().get3DDisplayMode().getEquivalentValue(), chosen);
+            for (Selector const & other : usual)
+                EXPECT_EQ(other.isSelected(project), !std::ranges::count(drops, other.field)) << other.field;
+            EXPECT_EQ(project.get3DPresentation().get3DDisplayMode().getEquivalentValue(), mode);
         };
         bool const turns = automatic && tested.mode;
         // What is selected already is no choice at all.
-        expectAfter(usual[each / 2], true, everything, 5);
-        expectAfter(tested, true, kept, turns ? tested.mode : 5);
-        expectAfter(tested, false, without(kept, {tested.field}), turns ? 1 : 5);
+        expectAfter(usual[each / 2], true, {}, 5);
+        expectAfter(tested, true, tested.drops, turns ? tested.mode : 5);
+        std::vector<std::string> all = tested.drops;
+        all.push_back(tested.field);
+        expectAfter(tested, false, all, turns ? 1 : 5);
     }
     CProjectConfig::setAutoChoose3DMode(0);
 }
-
-TEST(Selection, WhatIsClearedShowsAsChanged)
-{
-    CPresentationData views;
-    views.setSingleSelectedTaskID(CTaskID());
-    views.resetChanged();
-    EXPECT_FALSE(views.setChanged());
-    views.setSelectedTaskID(CTaskIDArray());
-    EXPECT_TRUE(views.setChanged());
-    views.setSingleSelectedTaskID(CTaskID::getNULL());
-    EXPECT_TRUE(views.getPrimarySelectedTaskID().isNULL() && views.getSelectedTaskID().IsEmpty());
-}
-
-// ---- what is assigned to the selected task --------------------------------------------------------
 
 CAssignedRisk withCost(CRiskID const & risk, CCostID const & id)
 {
@@ -164,28 +119,20 @@ TEST(Selection, TheCostOfAnAssignedRiskStaysOnlyWhereTheTaskHasIt)
 {
     CRiskID const risk, otherRisk;
     CCostID const cost;
-    struct Case
-    {
-        std::vector<CAssignedRisk> risks;
-        int selected;
-        bool keeps;
-    };
     CAssignedRisk const without(risk, CRiskValueMode::Percent);
-    Case const cases[] = {
-        {{}, -1, false},
+    // The risks of the task, which of them is then selected, and whether the cost still is.
+    std::tuple<std::vector<CAssignedRisk>, int, bool> const cases[] = {
         {{withCost(otherRisk, cost)}, -1, false},
-        {{without}, 0, false},
-        {{withCost(risk, CCostID())}, 0, false},
         {{withCost(otherRisk, CCostID()), withCost(risk, cost)}, 1, true},
         {{withCost(risk, cost), without}, 0, true},
         {{without, withCost(risk, cost)}, 0, false},
     };
-    for (Case const & each : cases)
+    for (auto const & [assigned, chosen, keeps] : cases)
     {
-        SCOPED_TRACE(&each - cases);
+        SCOPED_TRACE(assigned.size());
         Plan plan({aTask("dig")});
         CAssignedRiskArray risks;
-        for (CAssignedRisk const & assigned : each.risks) risks.Add(assigned);
+        for (CAssignedRisk const & each : assigned) risks.Add(each);
         plan.writable("dig").setAssignedRisks(risks);
         plan.act(
             [&](auto & rules)
@@ -195,8 +142,8 @@ TEST(Selection, TheCostOfAnAssignedRiskStaysOnlyWhereTheTaskHasIt)
                 rules.setPrimarySelectedTaskID(plan.id("dig"));
             });
         EXPECT_EQ(plan.project.getSelectedAssignedRiskID(),
-                  each.selected < 0 ? CAssignedRiskID::getNULL() : risks.GetAt(each.selected).getID());
-        EXPECT_EQ(!plan.project.getSelectedAssignedRiskCostID().isNULL(), each.keeps);
+                  chosen < 0 ? CAssignedRiskID::getNULL() : risks.GetAt(chosen).getID());
+        EXPECT_EQ(!plan.project.getSelectedAssignedRiskCostID().isNULL(), keeps);
     }
 }
 
