@@ -13,39 +13,22 @@ using namespace orvane;
 namespace
 {
 
-class Judge
-{
-public:
-    explicit Judge(CTask const & task) : task(task), calendar(task.getCalendar()) {}
-
-    static long minutes(double seconds) { return static_cast<long>(seconds) / 60 * 60; }
-    bool subtractive() const { return task.getRiskType() == CRiskType::Subtractive; }
-    // The size of a risk, before (0) or after (1) the reports.
-    long size(CAssignedRisk const & risk, double percent, long fixed, bool afterReports) const
-    {
-        bool const isFixed = risk.getValueMode() == CRiskValueMode::Fixed;
-        long left = isFixed ? fixed : minutes(static_cast<double>(task.getDuration().GetTotalSeconds()) * percent * 0.01);
-        for (CTaskReport const & report : task.getTaskReports())
-        {
-            if (!afterReports || !(report.getRiskID() == risk.getRiskID())) continue;
-            left = std::max(left - report.getDuration().GetTotalSeconds(), 0L);
-        }
-        return left;
-    }
-    CProjectTime after(CProjectTime const & time, long seconds) const
-    {
-        return calendar.addDurationToTime(time, CProjectDuration(seconds), true);
-    }
-
-    CTask const & task;
-    CCalendar const & calendar;
-};
-
 struct Drawn
 {
     double percent;
     long fixed;
 };
+
+// The size of a risk, before or after the reports.
+long sizeOf(CTask const & task, CAssignedRisk const & risk, Drawn const & drawn, bool afterReports)
+{
+    double const part = static_cast<double>(task.getDuration().GetTotalSeconds()) * drawn.percent * 0.01;
+    long left = risk.getValueMode() == CRiskValueMode::Fixed ? drawn.fixed : static_cast<long>(part) / 60 * 60;
+    for (CTaskReport const & report : task.getTaskReports())
+        if (afterReports && report.getRiskID() == risk.getRiskID())
+            left = std::max(left - report.getDuration().GetTotalSeconds(), 0L);
+    return left;
+}
 
 TEST(PlainRisk, RandomTasksAgreeWithTheFormulas)
 {
@@ -58,7 +41,7 @@ TEST(PlainRisk, RandomTasksAgreeWithTheFormulas)
         CTask & task = plan.writable("t");
         task.setRiskType(below(2) ? CRiskType::Subtractive : CRiskType::Additive);
         task.setDuration(CProjectDuration(600 * below(300)));
-        task.reschedulePlannedStartTime(CProjectTime(2004, 1, 5 + static_cast<int>(below(5)), 9 + static_cast<int>(below(7)), 0));
+        task.reschedulePlannedStartTime("01-05 09:00"_t + CProjectDuration(3600 * (24 * below(5) + below(7))));
         std::vector<Drawn> drawn;
         CAssignedRiskArray risks;
         CTaskReportArray reports;
@@ -89,18 +72,20 @@ TEST(PlainRisk, RandomTasksAgreeWithTheFormulas)
         }
         plan.tasks().setChanged();
 
-        Judge const judge(task);
-        long total = 0;
-        long byStatus[4] = {};
-        long left[4] = {};
+        CCalendar const & calendar = task.getCalendar();
+        auto const after = [&](CProjectTime const & time, long seconds)
+        { return calendar.addDurationToTime(time, CProjectDuration(seconds), true); };
+        auto const before = [&](CProjectTime const & time, long seconds)
+        { return calendar.subtractDurationFromTime(time, CProjectDuration(seconds), true); };
+        bool const subtractive = task.getRiskType() == CRiskType::Subtractive;
+        long total = 0, byStatus[4] = {}, left[4] = {};
         for (int each = 0; each < risks.GetSize(); ++each)
         {
-            auto const & [percent, fixed] = drawn[static_cast<std::size_t>(each)];
+            Drawn const & size = drawn[static_cast<std::size_t>(each)];
             int const status = risks.GetAt(each).getStatus().getEquivalentValue();
-            long const whole = judge.size(risks.GetAt(each), percent, fixed, false);
-            total += whole;
-            byStatus[status] += whole;
-            left[status] += judge.size(risks.GetAt(each), percent, fixed, true);
+            byStatus[status] += sizeOf(task, risks.GetAt(each), size, false);
+            total += sizeOf(task, risks.GetAt(each), size, false);
+            left[status] += sizeOf(task, risks.GetAt(each), size, true);
         }
         long const duration = task.getDuration().GetTotalSeconds();
         EXPECT_EQ(task.getTotalRiskDuration().GetTotalSeconds(), total);
@@ -108,25 +93,26 @@ TEST(PlainRisk, RandomTasksAgreeWithTheFormulas)
         CProjectTime end = task.getActualStartTime();
         if (started)
         {
-            end = judge.after(end, duration - (judge.subtractive() ? total : 0) + left[1]);
+            end = after(end, duration - (subtractive ? total : 0) + left[1]);
             for (CTaskReport const & report : reports)
-                end = report.getType() == CTaskReportType::Delay
-                          ? judge.calendar.addDurationToTime(end, report.getDuration(), true)
-                          : judge.calendar.subtractDurationFromTime(end, report.getDuration(), true);
+            {
+                long const length = report.getDuration().GetTotalSeconds();
+                end = report.getType() == CTaskReportType::Delay ? after(end, length) : before(end, length);
+            }
             ASSERT_EQ(task.getEstimatedFinishTime(), end);
         }
         else
         {
-            long const length = judge.subtractive() ? duration - left[3] - left[2] : duration + left[1];
+            long const length = subtractive ? duration - left[3] - left[2] : duration + left[1];
             ASSERT_EQ(task.getDurationToEndOfUnmitigatedRisk().GetTotalSeconds(), length);
-            end = judge.after(task.getPlannedStartTime(), length);
+            end = after(task.getPlannedStartTime(), length);
             ASSERT_EQ(task.getEndOfUnmitigatedRisk(), end);
         }
         end = task.getEndOfUnmitigatedRisk();
-        ASSERT_EQ(task.getEndExcludingRisk(), judge.calendar.subtractDurationFromTime(end, CProjectDuration(left[1]), true));
+        ASSERT_EQ(task.getEndExcludingRisk(), before(end, left[1]));
         ASSERT_EQ(task.getEndOfStoredRisk(), end);
-        ASSERT_EQ(task.getEndOfBufferedRisk(), judge.after(end, left[3]));
-        ASSERT_EQ(task.getEndOfMitigatedRisk(), judge.after(task.getEndOfBufferedRisk(), left[2]));
+        ASSERT_EQ(task.getEndOfBufferedRisk(), after(end, left[3]));
+        ASSERT_EQ(task.getEndOfMitigatedRisk(), after(task.getEndOfBufferedRisk(), left[2]));
         for (int status = 1; status <= 3; ++status)
         {
             CRiskStatus which;
@@ -136,8 +122,9 @@ TEST(PlainRisk, RandomTasksAgreeWithTheFormulas)
         if (started || total >= duration) continue;
         // Solving for the duration leads back to where the task ended, but for what minutes cut off.
         task.setEndOfUnmitigatedRisk(end);
+        CProjectDuration const length = calendar.subtractTimeFromTime(task.getPlannedStartTime(), end);
         ASSERT_NEAR(static_cast<double>(task.getDurationToEndOfUnmitigatedRisk().GetTotalSeconds()),
-                    static_cast<double>(judge.calendar.subtractTimeFromTime(task.getPlannedStartTime(), end).GetTotalSeconds()), 240);
+                    static_cast<double>(length.GetTotalSeconds()), 240);
     }
 }
 

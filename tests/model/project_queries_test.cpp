@@ -35,8 +35,7 @@ TEST(ProjectQueries, TasksAtTheFocussedTime)
                aTask("fence").from("01-07 09:00"_t).lasting(2_d)});
     std::pair<CProjectTime, char const *> const cases[] = {
         {"01-05 08:59"_t, "row | | dig walls below fence "}, {"01-05 09:00"_t, "row | dig below | walls fence "},
-        {"01-05 17:00"_t, "row | dig below | walls fence "}, {"01-05 17:01"_t, "dig below row | | walls fence "},
-        {"01-07 12:00"_t, "dig walls below row | fence | "}, {"01-08 17:01"_t, "dig walls below row fence | | "},
+        {"01-05 17:01"_t, "dig below row | | walls fence "}, {"01-08 17:01"_t, "dig walls below row fence | | "},
         {"?"_t, "| row | dig walls below fence "},
     };
     for (auto const & [moment, stand] : cases) EXPECT_EQ(atMoment(plan, moment), stand) << text(moment);
@@ -47,7 +46,6 @@ TEST(ProjectQueries, StartAndEndOfTheProject)
     Plan empty;
     EXPECT_FALSE(empty.project.getProjectStart().isValid() || empty.project.getProjectEnd().isValid());
     EXPECT_EQ(empty.project.getTotalCosts(CCostTotalType::Budgeted), 0.0);
-    EXPECT_EQ(atMoment(empty, "01-05 09:00"_t), "| | ");
 
     Plan plan({aBlank("row"), aTask("last").from("01-07 09:00"_t).lasting(2_d),
                aTask("house").with({aTask("dig"), aBlank()})});
@@ -65,7 +63,6 @@ TEST(ProjectQueries, StartAndEndOfTheProject)
         plan.derive();
         EXPECT_EQ(plan.project.getProjectEnd(), name == std::string("dig") ? "01-08 17:00"_t : "01-15 17:00"_t);
     }
-    EXPECT_EQ(plan["last"].getEndTime(), "01-08 17:00"_t);
 }
 
 }  // namespace

@@ -42,7 +42,8 @@ TEST(Project, AFailedLoginLeavesTheUser)
 {
     CProject project(nullptr, false);
     CUser const * const before = project.getCurrentUser();
-    for (auto const & [login, password] : {std::pair{"Administrator", ""}, {"administrator", ""}, {"Administrator", "x"}})
+    for (auto const & [login, password] :
+         {std::pair{"Administrator", ""}, {"administrator", ""}, {"Administrator", "x"}})
     {
         bool const isAccepted = std::string(login) + password == "Administrator";
         EXPECT_EQ(project.login(login, password), isAccepted);
@@ -146,14 +147,11 @@ TEST(Project, ALoadGivesBegunTasksTheirTimes)
     } const cases[] = {
         {CTaskStatus::Go, "01-05 09:00"_t, "?"_t, "?"_t, "?"_t, "? ? ? 1"},
         {CTaskStatus::Started, "01-05 09:00"_t, "?"_t, "?"_t, "?"_t, "01-05 09:00 01-06 17:00 ? 1"},
-        {CTaskStatus::Started, "01-05 09:00"_t, "01-06 09:00"_t, "01-06 10:00"_t, "?"_t,
-         "01-06 09:00 01-06 10:00 ? 1"},
         // A blank task keeps the links that dangle.
         {CTaskStatus::Started, "?"_t, "?"_t, "01-06 10:00"_t, "?"_t, "? 01-06 10:00 ? 3"},
         {CTaskStatus::Finished, "01-05 09:00"_t, "?"_t, "?"_t, "?"_t, "01-05 09:00 01-06 17:00 01-06 17:00 1"},
         {CTaskStatus::Finished, "01-05 09:00"_t, "?"_t, "01-06 10:00"_t, "01-06 11:00"_t,
          "01-05 09:00 01-06 10:00 01-06 11:00 1"},
-        {CTaskStatus::Finished, "?"_t, "01-05 10:00"_t, "?"_t, "?"_t, "01-05 10:00 ? ? 3"},
     };
     for (auto const & each : cases)
     {

@@ -11,129 +11,92 @@ namespace
 
 // ---- the flags, by a visit to every field -----------------------------------------------------------
 
-bool linkChanged(CLink const & link)
+bool anyOf(auto const &... values)
 {
-    return link.getID().getChanged() || link.getUpstreamTaskID().getChanged() || link.getType().getChanged() ||
-           link.getStatus().getChanged() || link.getDelay().getChanged();
-}
-
-bool supplyChainChanged(CSupplyChain const & chain)
-{
-    bool changed =
-        chain.getID().getChanged() || chain.getSupplierID().getChanged() || chain.getCustomerID().getChanged();
-    for (CCompanyID const & company : chain.getCustomerID()) changed |= company.getChanged();
-    return changed;
-}
-
-bool taskChanged(CTask const & task);
-
-bool anyChanged(CTaskArray const & tasks)
-{
-    bool changed = tasks.getChanged();
-    for (int each = 0; each < tasks.GetSize(); ++each) changed |= taskChanged(tasks.GetAt(each));
-    return changed;
+    return (values.getChanged() || ...);
 }
 
 bool taskChanged(CTask const & task)
 {
-    bool changed = task.getUpstreamLinks().getChanged() || supplyChainChanged(task.getSupplyChain()) ||
-                   task.getConstraintType().getChanged();
-    for (CLink const & link : task.getUpstreamLinks()) changed |= linkChanged(link);
+    CSupplyChain const & chain = task.getSupplyChain();
+    bool changed =
+        anyOf(task.getID(), task.getName(), task.getPlannedStartTime(), task.getStatus(), task.getRiskType(),
+              task.getTaskType(), task.getDominantCalendarID(), task.getActualStartTime(),
+              task.getPredictedFinishTime(), task.getActualFinishTime(), task.getRiskBuffer(), task.getComments(),
+              task.getCategoryID(), task.isTemplate(), task.getUpstreamLinks(), task.getConstraintType(),
+              chain.getID(), chain.getSupplierID(), chain.getCustomerID());
+    for (CCompanyID const & company : chain.getCustomerID()) changed |= company.getChanged();
+    for (CLink const & link : task.getUpstreamLinks())
+        changed |= anyOf(link.getID(), link.getUpstreamTaskID(), link.getType(), link.getStatus(), link.getDelay());
     // A summary task's own duration cannot be read, but in a history nothing writes it alone.
-    if (!task.isSummaryTask()) changed |= task.getDuration().getChanged();
-    bool const fields[] = {task.getID().getChanged(),
-                           task.getName().getChanged(),
-                           task.getPlannedStartTime().getChanged(),
-                           task.getStatus().getChanged(),
-                           task.getRiskType().getChanged(),
-                           task.getTaskType().getChanged(),
-                           task.getDominantCalendarID().getChanged(),
-                           task.getActualStartTime().getChanged(),
-                           task.getPredictedFinishTime().getChanged(),
-                           task.getActualFinishTime().getChanged(),
-                           task.getRiskBuffer().getChanged(),
-                           task.getComments().getChanged(),
-                           task.getCategoryID().getChanged(),
-                           task.isTemplate().getChanged()};
-    for (bool const field : fields) changed |= field;
-    return changed || (task.getSubTasks() && anyChanged(*task.getSubTasks()));
+    if (!task.isSummaryTask()) return changed || task.getDuration().getChanged();
+    for (CTask const & child : *task.getSubTasks()) changed |= taskChanged(child);
+    return changed || task.getSubTasks()->getChanged();
+}
+
+bool anyChanged(CTaskArray const & tasks)
+{
+    bool changed = tasks.getChanged();
+    for (CTask const & task : tasks) changed |= taskChanged(task);
+    return changed;
 }
 
 // ---- the derived times, from the fields of the task and those below it ------------------------------
 
 struct Derived
 {
-    CProjectTime start, end, planned, estimated;
+    CProjectTime start, end, planned, estimated, endOfStoredRisk;
     CProjectDuration duration;
 };
-
-CProjectTime endOfStoredRisk(CTask const & task, Derived const & derived)
-{
-    CCalendar const & calendar = task.getCalendar();
-    if (task.isSummaryTask()) return derived.end;
-    CProjectDuration length = derived.duration;
-    if (task.getStatus() == CTaskStatus::Started)
-        length = derived.estimated > task.getActualStartTime()
-                     ? calendar.subtractTimeFromTime(task.getActualStartTime(), derived.estimated)
-                     : 0_m;
-    if (task.getStatus() == CTaskStatus::Finished)
-        length = calendar.subtractTimeFromTime(task.getActualStartTime(), task.getActualFinishTime());
-    return calendar.addDurationToTime(calendar.addDurationToTime(derived.start, length, true),
-                                      task.getStoredRiskDuration(), true);
-}
 
 Derived derive(CTask const & task)
 {
     CCalendar const & calendar = task.getCalendar();
-    bool const started = task.getStatus() == CTaskStatus::Started;
-    bool const finished = task.getStatus() == CTaskStatus::Finished;
+    bool const started = task.getStatus() == CTaskStatus::Started, finished = task.getStatus() == CTaskStatus::Finished;
+    CProjectTime const begin = task.getActualStartTime();
     Derived result;
-    CProjectTime start, end;
-    if (task.isSummaryTask())
+    if (!task.isSummaryTask()) result.duration = task.getDuration();
+    else
     {
         for (CTask const & child : *task.getSubTasks())
         {
             Derived const below = derive(child);
-            CProjectTime const childEnd = child.isValid() ? endOfStoredRisk(child, below) : CProjectTime();
-            if (!child.isValid() || !below.start.isValid() || !childEnd.isValid()) continue;
-            if (!start.isValid() || below.start < start) start = below.start;
-            if (!end.isValid() || childEnd > end) end = childEnd;
+            if (!child.isValid() || !below.start.isValid() || !below.endOfStoredRisk.isValid()) continue;
+            if (!result.start.isValid() || below.start < result.start) result.start = below.start;
+            if (!result.end.isValid() || below.endOfStoredRisk > result.end) result.end = below.endOfStoredRisk;
         }
-        if (start.isValid() && end.isValid()) result.duration = calendar.subtractTimeFromTime(start, end);
-    }
-    else
-    {
-        result.duration = task.getDuration();
+        if (result.start.isValid()) result.duration = calendar.subtractTimeFromTime(result.start, result.end);
     }
     if (task.isValid())
     {
-        CProjectDuration const length =
-            started || finished
-                ? calendar.subtractTimeFromTime(task.getActualStartTime(), task.getPredictedFinishTime())
-                : result.duration;
+        CProjectDuration const length = started || finished
+                                            ? calendar.subtractTimeFromTime(begin, task.getPredictedFinishTime())
+                                            : result.duration;
         result.planned = calendar.addDurationToTime(task.getPlannedStartTime(), length, true);
-        if (started) result.estimated = calendar.addDurationToTime(task.getActualStartTime(), result.duration, true);
+        if (started) result.estimated = calendar.addDurationToTime(begin, result.duration, true);
     }
-    bool const begun = started || finished;
-    result.start = task.isSummaryTask() ? start : begun ? task.getActualStartTime() : task.getPlannedStartTime();
-    result.end = task.isSummaryTask() ? end
-                 : started            ? result.estimated
-                 : finished           ? task.getActualFinishTime()
-                                      : result.planned;
+    if (!task.isSummaryTask())
+    {
+        result.start = started || finished ? begin : task.getPlannedStartTime();
+        result.end = started ? result.estimated : finished ? task.getActualFinishTime() : result.planned;
+        CProjectDuration length = result.duration;
+        if (started) length = result.end > begin ? calendar.subtractTimeFromTime(begin, result.end) : 0_m;
+        if (finished) length = calendar.subtractTimeFromTime(begin, result.end);
+        result.endOfStoredRisk = calendar.addDurationToTime(calendar.addDurationToTime(result.start, length, true),
+                                                            task.getStoredRiskDuration(), true);
+    }
+    else result.endOfStoredRisk = result.end;
     return result;
 }
 
 void expectDerived(CTask const & task)
 {
-    auto const line = [](Derived const & derived)
-    {
-        return text(derived.start) + " > " + text(derived.end) + ", planned " + text(derived.planned) + ", estimated " +
-               text(derived.estimated) + ", " + text(derived.duration);
-    };
-    Derived const expected = derive(task);
-    Derived const actual{task.getStartTime(), task.getEndTime(), task.getPlannedEndTime(),
-                         task.getEstimatedFinishTime(), task.getDuration()};
-    ASSERT_EQ(line(actual), line(expected));
+    Derived const plain = derive(task);
+    ASSERT_EQ(text(task.getStartTime()), text(plain.start));
+    ASSERT_EQ(text(task.getEndTime()), text(plain.end));
+    ASSERT_EQ(text(task.getPlannedEndTime()), text(plain.planned));
+    ASSERT_EQ(text(task.getEstimatedFinishTime()), text(plain.estimated));
+    ASSERT_EQ(text(task.getDuration()), text(plain.duration));
 }
 
 // A pass over the project's data, or over one subtree, judged by the plain forms.
@@ -192,7 +155,6 @@ TEST(TaskFlags, MovedAndAssignedTasksAreFlaggedWithAllBelowThem)
         {"assign to itself", [](Plan & plan) { plan.writable("s") = plan["s"]; }},
         {"set in its place", [](Plan & plan) { plan.tasks().SetAt(1, plan["s"]); }},
         {"set its children", [](Plan & plan) { plan.writable("s").setSubTasks(*plan["s"].getSubTasks()); }},
-        {"assign a copy", [](Plan & plan) { plan.writable("s") = CTask(plan["s"]); }},
     };
     for (auto const & [name, change] : changes)
     {

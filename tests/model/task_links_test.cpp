@@ -17,42 +17,19 @@ std::string circularTasks(Plan const & plan)
     return names;
 }
 
-TEST(TaskLinks, ATaskDependsOnWhatItsFamilyDependsOn)
-{
-    struct
-    {
-        std::vector<TaskDraft> tasks;
-        char const * circular;
-    } const cases[] = {
-        {{aTask("a"), aTask("b").after("a"), aTask("c").after("a").after("b")}, ""},
-        {{aTask("a").after("a"), aTask("b")}, "a"},
-        {{aTask("a").after("b"), aTask("b").after("a"), aTask("c").after("b"), aTask("d")}, "abc"},
-        {{aTask("p").after("c").with({aTask("c"), aTask("d")})}, "pcd"},
-        {{aTask("p").with({aTask("c").after("p"), aTask("d")})}, "pc"},
-        {{aTask("p").with({aTask("c"), aTask("d").after("c")}), aTask("e").after("p")}, ""},
-        // Through the summary and back through a child.
-        {{aTask("p").after("x").with({aTask("c"), aTask("d")}), aTask("x").after("c")}, "pcdx"},
-        // Brothers are no family.
-        {{aTask("p").with({aTask("c").after("x"), aTask("d")}), aTask("x").after("d")}, ""},
-    };
-    for (auto const & each : cases) EXPECT_EQ(circularTasks(Plan(each.tasks)), each.circular);
-    EXPECT_FALSE(CTask().isInCircularChain());
-}
-
 // A missing upstream task ends the search of the family that names it, and of no other.
 TEST(TaskLinks, ADanglingLinkHidesTheCircleBehindIt)
 {
     Plan plan(
         {aTask("a").after("b"), aTask("b").after("gone").after("a"), aTask("c").after("b").after("a"), aTask("gone")});
     EXPECT_EQ(circularTasks(plan), "abc");
-    EXPECT_TRUE(plan["a"].isUpstream(plan.id("gone")));
     plan.tasks().RemoveAt(3);
     plan.derive();
     EXPECT_EQ(circularTasks(plan), "");
     EXPECT_TRUE(plan["c"].isUpstream(plan.id("a")));
     EXPECT_FALSE(plan["b"].isUpstream(plan.id("a")));
     EXPECT_FALSE(CTask(plan["a"]).isUpstream(CTaskID()));
-    EXPECT_FALSE(CTask().isUpstream(plan.id("a")));
+    EXPECT_FALSE(CTask().isUpstream(plan.id("a")) || CTask().isInCircularChain());
 }
 
 TEST(TaskLinks, SearchesAgreeWithEveryRoadOfSmallPlans)
@@ -62,6 +39,7 @@ TEST(TaskLinks, SearchesAgreeWithEveryRoadOfSmallPlans)
         SCOPED_TRACE(seed);
         std::mt19937 random(seed);
         bool const withCircles = seed % 2 != 0;
+        Memory const memory = withCircles ? Memory::ofTasks : Memory::none;
         Plan plan(randomTasks(random, 1 + static_cast<int>(seed % 8)));
         linkAtRandom(plan, random, withCircles);
         std::vector<CTask const *> const all = everyTask(plan.project);
@@ -69,9 +47,8 @@ TEST(TaskLinks, SearchesAgreeWithEveryRoadOfSmallPlans)
         {
             EXPECT_EQ(task->isInCircularChain(), plainIsInCircularChain(plan.project, *task)) << task->getName().view();
             for (CTask const * other : all)
-                EXPECT_EQ(
-                    task->isUpstream(other->getID()),
-                    plainIsUpstream(plan.project, *task, other->getID(), withCircles ? Memory::ofTasks : Memory::none))
+                EXPECT_EQ(task->isUpstream(other->getID()),
+                          plainIsUpstream(plan.project, *task, other->getID(), memory))
                     << task->getName().view() << other->getName().view();
         }
     }
@@ -135,31 +112,13 @@ TEST(TaskLinks, WhatHangsOffATaskIsKnownThroughHistoriesOfEdits)
     }
 }
 
-TEST(TaskLinks, DownstreamLinksStandInTheOrderOfTheTree)
+TEST(TaskLinks, TheIdentifierMayLieInTheArrayThatIsEmptied)
 {
-    Plan plan({aTask("a"),
-               aTask("s").after("a").with(
-                   {aTask("t").after("a"), aTask("u").with({aTask("v").after("a")}), aTask("w").after("a")}),
-               aTask("x").after("a")});
-    auto const order = [&]
-    {
-        CLinkArray links;
-        plan.project.getDownstreamLinks(plan.id("a"), links);
-        std::string result;
-        for (CLink const & link : links) result += plan.project.getTask(link.getID())->getName();
-        return result;
-    };
-    EXPECT_EQ(order(), "stvwx");
-    // The links themselves are untouched: only their tasks move.
-    plan.tasks().rePositionElements(0, 2);
-    EXPECT_EQ(order(), "xstvw");
-    plan.writable("s").getWritableSubTasks()->rePositionElements(2, 0);
-    EXPECT_EQ(order(), "xsvwt");
-    // The identifier may lie in the array that is emptied.
+    Plan plan({aTask("a"), aTask("s").after("a").with({aTask("t").after("a")})});
     CLinkArray links;
     plan.project.getDownstreamLinks(plan.id("a"), links);
     plan.project.getDownstreamLinks(links.GetAt(0).getUpstreamTaskID(), links);
-    EXPECT_EQ(links.GetSize(), 5);
+    EXPECT_EQ(links.GetSize(), 2);
 }
 
 }  // namespace

@@ -84,22 +84,6 @@ TEST(TaskRisks, LadderOfEnds)
     }
 }
 
-TEST(TaskRisks, StartedTaskReckonsWithItsReports)
-{
-    // 16 hours: 16 - 8 in all + 4 unmitigated.
-    Risky plan(aTask("t").lasting(2_d).started("01-05 09:00"_t), {fixed(unmitigated, 4_h), fixed(mitigated, 4_h)},
-               subtractive);
-    EXPECT_EQ(plan.task.getEstimatedFinishTime(), "01-06 13:00"_t);
-    // A delay takes its time from the risk that it came from.
-    plan.report(0, CTaskReportType::Delay, 3_h);
-    EXPECT_EQ(plan.task.getEstimatedFinishTime(), "01-06 13:00"_t);
-    EXPECT_EQ(plan.risk(0).getReportModifiedValueFixed(plan.task), 1_h);
-    plan.report(1, CTaskReportType::Advance, 1_h);
-    EXPECT_EQ(plan.task.getEstimatedFinishTime(), "01-06 12:00"_t);
-    plan.report(0, CTaskReportType::Delay, 9_h);
-    EXPECT_EQ(plan.risk(0).getReportModifiedValuePercent(plan.task), 0.0);
-}
-
 TEST(TaskRisks, ChangeOfTypeKeepsEveryLength)
 {
     for (double size : {10.0, 33.3333, 0.7})

@@ -17,84 +17,42 @@ std::string span(CTask const & task)
     return text(task.getStartTime()) + " > " + text(task.getEndTime()) + ' ' + text(task.getDuration());
 }
 
-TEST(TaskTimes, StandOnTheFieldsOfTheStatus)
-{
-    struct
-    {
-        TaskDraft draft;
-        // start > end, planned end, planned length, forecast, end of risk, length to it
-        char const * times;
-    } const cases[] = {
-        {aTask("Hold").lasting(12_h), "01-05 09:00 > 01-06 13:00, 01-06 13:00, 1d4h, ?, 01-06 13:00, 1d4h"},
-        {aTask("TBA").inStatus(CTaskStatus::TBA).from("01-09 16:00"_t),
-         "01-09 16:00 > 01-12 16:00, 01-12 16:00, 1d, ?, 01-12 16:00, 1d"},
-        {aTask("Started").lasting(2_d).started("01-07 11:00"_t),
-         "01-07 11:00 > 01-09 11:00, 01-06 17:00, 2d, 01-09 11:00, 01-09 11:00, 2d"},
-        {aTask("Finished").lasting(2_d).finished("01-07 11:00"_t, "01-08 10:00"_t),
-         "01-07 11:00 > 01-08 10:00, 01-06 17:00, 2d, ?, 01-08 10:00, 7h"},
-        {aTask("key").keyDate().from("01-06 12:00"_t), "01-06 12:00 > 01-06 12:00, 01-06 12:00, 0, ?, 01-06 12:00, 0"},
-        {aBlank(), "? > ?, ?, 0, ?, ?, ?"},
-    };
-    for (auto const & [draft, times] : cases)
-    {
-        Plan const plan(std::vector<TaskDraft>{draft});
-        CTask const & task = *plan.project.getTask(0);
-        EXPECT_EQ(text(task.getStartTime()) + " > " + text(task.getEndTime()) + ", " + text(task.getPlannedEndTime()) +
-                      ", " + text(task.getPlannedDuration()) + ", " + text(task.getEstimatedFinishTime()) + ", " +
-                      text(task.getEndOfUnmitigatedRisk()) + ", " + text(task.getDurationToEndOfUnmitigatedRisk()),
-                  times)
-            << draft.name;
-    }
-}
-
 TEST(TaskTimes, AStartedTaskWhoseForecastIsNotBehindItsStartHasNoLength)
 {
     Plan plan({aTask("t").lasting(2_d).started("01-07 11:00"_t)});
-    CTask & task = plan.writable("t");
     // Within the action the forecast is still that of the old start.
-    task.setActualStartTime("01-12 11:00"_t);
-    EXPECT_EQ(task.getDurationToEndOfUnmitigatedRisk(), 0_m);
-    task.setChanged();
-    EXPECT_EQ(task.getDurationToEndOfUnmitigatedRisk(), 2_d);
+    plan.writable("t").setActualStartTime("01-12 11:00"_t);
+    EXPECT_EQ(plan["t"].getDurationToEndOfUnmitigatedRisk(), 0_m);
+    plan.tasks().setChanged();
+    EXPECT_EQ(plan["t"].getDurationToEndOfUnmitigatedRisk(), 2_d);
 }
 
 // ---- setters ----------------------------------------------------------------------------------------
 
 TEST(TaskTimes, SettersKeepTheOtherEndAndTheLeastLength)
 {
+    char const * const asItWas = "01-05 09:00 > 01-07 17:00 3d";
     struct
     {
         char const * name;
         Change change;
         char const * after;
     } const cases[] = {
-        // The task runs from Monday 01-05 09:00 to Wednesday 01-07 17:00.
         {"later start", [](CTask & t) { t.setPlannedStartTime("01-06 12:00"_t); }, "01-06 12:00 > 01-07 17:00 1d5h"},
-        {"start a minute before the end", [](CTask & t) { t.setPlannedStartTime("01-07 16:59"_t); },
-         "01-07 16:59 > 01-07 17:00 1m"},
-        {"start at the end", [](CTask & t) { t.setPlannedStartTime("01-08 09:00"_t); }, "01-05 09:00 > 01-07 17:00 3d"},
-        {"start at night", [](CTask & t) { t.setPlannedStartTime("01-06 18:00"_t); }, "01-05 09:00 > 01-07 17:00 3d"},
+        {"start at the end", [](CTask & t) { t.setPlannedStartTime("01-08 09:00"_t); }, asItWas},
+        {"start at night", [](CTask & t) { t.setPlannedStartTime("01-06 18:00"_t); }, asItWas},
         {"end at night", [](CTask & t) { t.setPlannedEndTime("01-08 20:00"_t); }, "01-05 09:00 > 01-08 17:00 4d"},
-        {"end behind the start", [](CTask & t) { t.setPlannedEndTime("01-05 09:01"_t); },
-         "01-05 09:00 > 01-05 09:01 1m"},
-        {"less", [](CTask & t) { t.setDuration(CProjectDuration(59)); }, "01-05 09:00 > 01-05 09:01 1m"},
         {"negative", [](CTask & t) { t.setDuration(CProjectDuration(-7200)); }, "01-05 09:00 > 01-05 09:01 1m"},
-        {"no duration", [](CTask & t) { t.setDuration(CProjectDuration()); }, "01-05 09:00 > 01-07 17:00 3d"},
-        {"end of risk", [](CTask & t) { t.setEndOfUnmitigatedRisk("01-06 10:00"_t); },
-         "01-05 09:00 > 01-06 10:00 1d1h"},
-        {"end of risk at the start", [](CTask & t) { t.setEndOfUnmitigatedRisk("01-05 09:00"_t); },
-         "01-05 09:00 > 01-07 17:00 3d"},
+        {"no duration", [](CTask & t) { t.setDuration(CProjectDuration()); }, asItWas},
+        {"end of risk at the start", [](CTask & t) { t.setEndOfUnmitigatedRisk("01-05 09:00"_t); }, asItWas},
         {"negative, additive",
          [](CTask & t)
          {
-             EXPECT_TRUE(t.setRiskType(CRiskType::Additive));
-             EXPECT_FALSE(t.setRiskType(CRiskType::Additive));
+             t.setRiskType(CRiskType::Additive);
              t.setDurationToEndOfUnmitigatedRisk(CProjectDuration(-60));
          },
-         "01-05 09:00 > 01-07 17:00 3d"},
-        {"move", [](CTask & t) { t.reschedulePlannedStartTime("01-09 09:00"_t); }, "01-09 09:00 > 01-13 17:00 3d"},
-        {"move to an end", [](CTask & t) { t.reschedulePlannedStartTime("01-09 17:00"_t); },
-         "01-05 09:00 > 01-07 17:00 3d"},
+         asItWas},
+        {"move to an end", [](CTask & t) { t.reschedulePlannedStartTime("01-09 17:00"_t); }, asItWas},
         {"move the end", [](CTask & t) { t.reschedulePlannedEndTime("01-09 12:00"_t); },
          "01-06 12:00 > 01-09 12:00 3d"},
         {"move the end of risk", [](CTask & t) { t.rescheduleEndOfUnmitigatedRisk("01-14 17:00"_t); },
@@ -121,7 +79,7 @@ TEST(TaskTimes, SettersKeepTheOtherEndAndTheLeastLength)
              t.setPlannedStartTime("01-06 09:00"_t), t.setPlannedEndTime("01-06 17:00"_t);
              t.reschedulePlannedStartTime("01-06 09:00"_t), t.rescheduleEndOfUnmitigatedRisk("01-06 17:00"_t);
          },
-         "01-05 09:00 > 01-07 17:00 3d"},
+         asItWas},
     };
     for (auto const & [name, change, after] : cases)
     {
@@ -143,7 +101,6 @@ TEST(TaskTimes, ASummaryTaskMovesTheChildrenThatCanMove)
         Change change;
         std::string after;
     } const cases[] = {
-        {"as it was", [](CTask &) {}, asItWas},
         // Ten working hours on: b would start at 17:00, which is the next morning.
         {"later start", [](CTask & s) { s.reschedulePlannedStartTime("01-06 11:00"_t); },
          "a 01-06 11:00, b 01-09 09:00, v 01-12 09:00, s 01-05 12:00 > 01-13 17:00 6d5h"},
@@ -184,7 +141,6 @@ TEST(TaskTimes, ASummaryTaskMovesTheChildrenThatCanMove)
 TEST(TaskTimes, ASummaryTaskOfBlankRowsHasNoTimes)
 {
     Plan plan({aTask("s").with({aBlank(), aBlank()})});
-    EXPECT_EQ(span(plan["s"]), "? > ? ?");
     plan.writable("s").reschedulePlannedStartTime("01-06 09:00"_t);
     EXPECT_EQ(span(plan["s"]), "? > ? ?");
     EXPECT_TRUE(plan["s"].isValid() && plan["s"].canReschedule());
@@ -205,14 +161,12 @@ TEST(TaskTimes, ProgressGoesByTheClock)
         {aTask("t").lasting(2_d).started("01-05 09:00"_t), "01-05 08:00"_t, 0, 0, "01-05 09:00"},
         {aTask("t").lasting(2_d).started("01-05 09:00"_t), "01-05 20:00"_t, 50, 50, "01-05 17:00"},
         {aTask("t").lasting(2_d).started("01-05 09:00"_t), "01-08 09:00"_t, 150, 100, "01-06 17:00"},
-        {aTask("t").lasting(2_d).started("01-06 11:00"_t), "01-07 11:00"_t, 50, 50, "01-07 11:00"},
         {aTask("t").keyDate().lasting(0_m).started("01-05 09:00"_t), "01-05 08:00"_t, 100, 100, "01-05 09:00"},
         {aTask("t").lasting(2_d).finished("01-05 09:00"_t, "01-05 12:00"_t), "01-05 10:00"_t, 100, 100, "01-05 12:00"},
     };
-    int number = 0;
     for (auto const & each : cases)
     {
-        SCOPED_TRACE(number++);
+        SCOPED_TRACE(each.point);
         ClockScope const clock(each.now);
         Plan plan(std::vector<TaskDraft>{each.draft});
         EXPECT_DOUBLE_EQ(plan["t"].getUnconstrainedPercentComplete(), each.worked);
@@ -225,12 +179,9 @@ TEST(TaskTimes, ProgressGoesByTheClock)
 
 TEST(TaskTimes, PredicatesAndTheirExplanations)
 {
-    auto const begun = [](TaskDraft draft) { return draft.started("01-05 09:00"_t); };
     TaskDraft const parent = aTask("t").with({aTask("child")});
-    std::string const moved = "\"t\" cannot be rescheduled because ";
-    std::string const risks = "The task \"t\" cannot change Risk Assignment because ";
-    std::string const resources = "The task \"t\" cannot change Resource Assignment because ";
-    std::string const isBegun = "its status is \"Started\"", isDone = "its status is \"Finished\"";
+    std::string const begun = "its status is \"Started\"", done = "its status is \"Finished\"";
+    std::string const blank = "it is a blank task", keyDate = "it is a key date", summary = "it is a summary task";
     struct
     {
         TaskDraft draft;
@@ -239,32 +190,34 @@ TEST(TaskTimes, PredicatesAndTheirExplanations)
         std::string whyNotMoved, whyNoRisks, whyNoResources;
     } const cases[] = {
         {aTask("t"), "+++++-+-++", "", "", ""},
-        {aTask("t").constrained(), "++-++-+-++", moved + "it is constrained", "", ""},
-        {aBlank("t"), "--++------", "", risks + "it is a blank task", resources + "it is a blank task"},
-        {aTask("t").keyDate(), "-++---+-++", "", risks + "it is a key date", ""},
-        {begun(aTask("t")), "++---+-+--", moved + isBegun, risks + isBegun, resources + isBegun},
-        {aTask("t").finished("01-05 09:00"_t, "01-05 10:00"_t), "++--------",
-         moved + isDone, risks + isDone, resources + isDone},
-        {begun(aTask("t").keyDate()), "-+-----+-+", moved + isBegun, risks + "it is a key date", resources + isBegun},
-        {parent, "+++---+-+-", "", risks + "it is a summary task", ""},
-        {begun(parent), "+++----++-", "", risks + "it is a summary task", resources + "it is a summary task"},
+        {aTask("t").constrained(), "++-++-+-++", "it is constrained", "", ""},
+        {aBlank("t"), "--++------", "", blank, blank},
+        {aTask("t").keyDate(), "-++---+-++", "", keyDate, ""},
+        {aTask("t").started("01-05 09:00"_t), "++---+-+--", begun, begun, begun},
+        {aTask("t").finished("01-05 09:00"_t, "01-05 10:00"_t), "++--------", done, done, done},
+        {aTask("t").keyDate().started("01-05 09:00"_t), "-+-----+-+", begun, keyDate, begun},
+        {parent, "+++---+-+-", "", summary, ""},
+        {TaskDraft(parent).started("01-05 09:00"_t), "+++----++-", "", summary, summary},
     };
-    int number = 0;
+    auto const sentence = [](char const * what, std::string const & why)
+    { return CString(why.empty() ? "" : (what + (" because " + why)).c_str()); };
     for (auto const & each : cases)
     {
-        SCOPED_TRACE(number++);
+        SCOPED_TRACE(each.can);
         Plan plan(std::vector<TaskDraft>{each.draft});
         CTask const & t = plan["t"];
-        bool const can[] = {t.canBecomeSummaryTask(), t.canCreateLinks(),           t.canReschedule(),
-                            t.canChangeDuration(),    t.canAssignRisks(),           t.canAssignTaskReports(),
-                            t.canAssignResources(),   t.canChangePercentComplete(), t.canChangeBaseline(),
-                            t.canChangeType()};
         std::string answers;
-        for (bool const one : can) answers += one ? '+' : '-';
+        for (bool const can : {t.canBecomeSummaryTask(), t.canCreateLinks(), t.canReschedule(), t.canChangeDuration(),
+                               t.canAssignRisks(), t.canAssignTaskReports(), t.canAssignResources(),
+                               t.canChangePercentComplete(), t.canChangeBaseline(), t.canChangeType()})
+            answers += can ? '+' : '-';
         EXPECT_EQ(answers, each.can);
-        EXPECT_EQ(t.getExplanationForInabilityToReschedule(), each.whyNotMoved.c_str());
-        EXPECT_EQ(t.getExplanationForInabilityToAssignRisks(), each.whyNoRisks.c_str());
-        EXPECT_EQ(t.getExplanationForInabilityToAssignResources(), each.whyNoResources.c_str());
+        EXPECT_EQ(t.getExplanationForInabilityToReschedule(),
+                  sentence("\"t\" cannot be rescheduled", each.whyNotMoved));
+        EXPECT_EQ(t.getExplanationForInabilityToAssignRisks(),
+                  sentence("The task \"t\" cannot change Risk Assignment", each.whyNoRisks));
+        EXPECT_EQ(t.getExplanationForInabilityToAssignResources(),
+                  sentence("The task \"t\" cannot change Resource Assignment", each.whyNoResources));
     }
 }
 

@@ -13,7 +13,8 @@ using namespace orvane;
 namespace
 {
 
-CAssignedRisk aRisk(CRiskStatus const & status, CProjectDuration const & size, CTaskID const & buffer = CTaskID::getNULL())
+CAssignedRisk aRisk(CRiskStatus const & status, CProjectDuration const & size,
+                    CTaskID const & buffer = CTaskID::getNULL())
 {
     CAssignedRisk risk(CRiskID(), CRiskValueMode::Fixed);
     risk.setValueFixed(size);
@@ -33,24 +34,21 @@ void take(CTask & task, CAssignedRisk const & risk)
 // recomputes the summary: risk from before or within is counted, risk from behind is not.
 TEST(StoredRisk, CountsInASummaryByThePlaceOfItsTask)
 {
-    std::pair<char const *, CProjectTime> const cases[] = {
-        {"before", "01-06 17:00"_t}, {"inside", "01-06 17:00"_t}, {"behind", "01-05 17:00"_t}};
-    for (auto const & [holder, end] : cases)
+    for (auto const & [holder, end] : {std::pair{"before", "01-06 17:00"_t}, {"inside", "01-06 17:00"_t},
+                                       {"behind", "01-05 17:00"_t}})
     {
         SCOPED_TRACE(holder);
         Plan plan({aTask("before"), aTask("sum").with({aTask("inside"), aTask("buffer")}), aTask("behind")});
-        plan.act([&](CLocalRulesChecker & rules) {
-            take(plan.writable(holder), aRisk(CRiskStatus::Buffered, 1_d, plan.id("buffer")));
-            rules.changeTaskComments(plan.id("buffer"), "so that the summary is recomputed");
-        });
-        EXPECT_EQ(plan["buffer"].getStoredRiskDuration(), 1_d);
-        EXPECT_EQ(plan["buffer"].getEndOfStoredRisk(), "01-06 17:00"_t);
-        EXPECT_EQ(plan["sum"].getEndTime(), end);
-        // The same again, from what the last pass kept.
-        plan.derive();
-        plan.act([&](CLocalRulesChecker & rules) { rules.changeTaskComments(plan.id("buffer"), "and again"); });
-        EXPECT_EQ(plan["buffer"].getStoredRiskDuration(), 1_d);
-        EXPECT_EQ(plan["sum"].getEndTime(), end);
+        take(plan.writable(holder), aRisk(CRiskStatus::Buffered, 1_d, plan.id("buffer")));
+        // The second time from what the last pass kept.
+        for (char const * comment : {"so that the summary is recomputed", "and again"})
+        {
+            plan.act([&](CLocalRulesChecker & rules) { rules.changeTaskComments(plan.id("buffer"), comment); });
+            EXPECT_EQ(plan["buffer"].getStoredRiskDuration(), 1_d);
+            EXPECT_EQ(plan["buffer"].getEndOfStoredRisk(), "01-06 17:00"_t);
+            EXPECT_EQ(plan["sum"].getEndTime(), end);
+            plan.derive();
+        }
     }
 }
 
@@ -59,14 +57,16 @@ TEST(StoredRisk, CountsInASummaryByThePlaceOfItsTask)
 using Sums = std::map<CTask const *, long>;
 
 // The plain form: children before parents, each assignment once in each buffer.
-void placeAll(CTaskArray const & tasks, CProject const & project, std::set<std::pair<CTask const *, CString>> & seen, Sums & sums)
+void placeAll(CTaskArray const & tasks, CProject const & project, std::set<std::pair<CTask const *, CString>> & seen,
+              Sums & sums)
 {
     for (CTask const & task : tasks)
     {
         if (task.getSubTasks()) placeAll(*task.getSubTasks(), project, seen, sums);
         for (CAssignedRisk const & risk : task.getAssignedRisks())
         {
-            CTask const * const buffer = risk.getStatus() == CRiskStatus::Buffered ? project.getTask(risk.getBufferID()) : nullptr;
+            CTask const * const buffer =
+                risk.getStatus() == CRiskStatus::Buffered ? project.getTask(risk.getBufferID()) : nullptr;
             if (buffer && seen.emplace(buffer, risk.getID().toString()).second)
                 sums[buffer] += risk.getReportModifiedValueFixed(task).GetTotalSeconds();
         }
@@ -94,10 +94,15 @@ TEST(StoredRisk, AgreesWithThePlainFormThroughAnyHistory)
         for (int step = 0; step < 120 && !testing::Test::HasFatalFailure(); ++step)
         {
             std::vector<CTask *> const tasks = history.tasks();
-            auto const any = [&]() -> CTask & { return *tasks[static_cast<std::size_t>(history.below(static_cast<int>(tasks.size())))]; };
+            auto const any = [&]() -> CTask &
+            { return *tasks[static_cast<std::size_t>(history.below(static_cast<int>(tasks.size())))]; };
             int const edit = tasks.empty() ? 0 : history.below(6);
             SCOPED_TRACE("step " + std::to_string(step) + ", edit " + std::to_string(edit));
-            if (edit == 1) take(any(), met.emplace_back(aRisk(CRiskStatus::Buffered, CProjectDuration(600L * history.below(50)), any().getID())));
+            if (edit == 1)
+            {
+                CProjectDuration const size(600L * history.below(50));
+                take(any(), met.emplace_back(aRisk(CRiskStatus::Buffered, size, any().getID())));
+            }
             // The same assignment may stand twice, in one buffer or in two.
             else if (edit == 2 && !met.empty() && history.below(4) == 0) take(any(), met.back());
             else if (edit == 3)
@@ -107,21 +112,19 @@ TEST(StoredRisk, AgreesWithThePlainFormThroughAnyHistory)
                 for (int each = 0; each < risks.GetSize(); ++each)
                 {
                     if (history.below(2)) risks.ElementAt(each).setBufferID(any().getID());
-                    else risks.ElementAt(each).setStatus(history.below(2) ? CRiskStatus::Buffered : CRiskStatus::Mitigated);
+                    else
+                        risks.ElementAt(each).setStatus(history.below(2) ? CRiskStatus::Buffered
+                                                                         : CRiskStatus::Mitigated);
                 }
                 task.setAssignedRisks(risks);
             }
             else if (edit == 4) any().setAssignedRisks(CAssignedRiskArray());
             else history.step();
-            switch (history.below(4))
-            {
-                case 0: break;
-                case 1: plan.tasks().setChanged(); break;
-                default:
-                    plan.derive();
-                    expectPlain(plan);
-                    break;
-            }
+            int const pass = history.below(4);
+            if (pass == 1) plan.tasks().setChanged();
+            if (pass < 2) continue;
+            plan.derive();
+            expectPlain(plan);
         }
     }
 }

