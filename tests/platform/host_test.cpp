@@ -22,39 +22,22 @@ using orvane::CRecordingHost;
 using orvane::CTerminalHost;
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE *)>;
 
-TEST(HostTest, GoesBackToTheFormerHost)
+TEST(HostTest, ShowsOneWaitCursorHoweverTheyNestAndGoesBackToTheFormerHost)
 {
     CRecordingHost outer;
     {
-        CRecordingHost inner;
-        EXPECT_EQ(&orvane::host(), &inner);
+        CWaitCursor const first, second;
+        {
+            CRecordingHost inner;  // takes the cursor over and gives it back
+            EXPECT_TRUE(&orvane::host() == &inner && inner.waitsBegun == 1 && outer.waitsEnded == 1);
+        }
+        EXPECT_EQ(outer.waitsBegun, 2);
     }
-    EXPECT_EQ(&orvane::host(), &outer);
+    EXPECT_TRUE(outer.waitsEnded == 2 && CWaitCursor::nesting() == 0);
     EXPECT_EQ(orvane::setHost(nullptr), &outer);
     EXPECT_NE(dynamic_cast<CTerminalHost *>(&orvane::host()), nullptr);
     EXPECT_NEAR(static_cast<double>(orvane::host().currentTime()), static_cast<double>(std::time(nullptr)), 2.0);
     orvane::setHost(&outer);
-}
-
-TEST(HostTest, ShowsOneWaitCursorHoweverTheyNest)
-{
-    CRecordingHost outer;
-    {
-        CWaitCursor const first;
-        {
-            CWaitCursor const second;
-            EXPECT_EQ(CWaitCursor::nesting(), 2);
-        }
-        EXPECT_EQ(outer.waitsEnded, 0);
-        {
-            CRecordingHost inner;  // takes the cursor over and gives it back
-            EXPECT_EQ(inner.waitsBegun, 1);
-            EXPECT_EQ(outer.waitsEnded, 1);
-        }
-    }
-    EXPECT_EQ(outer.waitsBegun, 2);
-    EXPECT_EQ(outer.waitsEnded, 2);
-    EXPECT_EQ(CWaitCursor::nesting(), 0);
 }
 
 TEST(TerminalHostTest, LetsNoTextControlTheTerminalAndAnswersNoWithoutOne)
@@ -74,26 +57,21 @@ TEST(TerminalHostTest, LetsNoTextControlTheTerminalAndAnswersNoWithoutOne)
 
 TEST(TerminalHostTest, AsksUntilItIsAnswered)
 {
-    struct
-    {
-        CString typed;
-        int answer;
-    } const cases[] = {
-        {"y\n", orvane::answer::yes},
+    std::pair<CString, int> const cases[] = {
         {"perhaps\n\n YES \n", orvane::answer::yes},
         {"No\ny\n", orvane::answer::no},
         {CString('y', 1000) + "\nn\n", orvane::answer::no},
         {"\x04", orvane::answer::no},  // the end of the input
     };
-    for (auto const & each : cases)
+    for (auto const & [typed, answer] : cases)
     {
-        SCOPED_TRACE(each.typed);
+        SCOPED_TRACE(typed);
         int const user = posix_openpt(O_RDWR | O_NOCTTY);
         ASSERT_TRUE(user >= 0 && grantpt(user) == 0 && unlockpt(user) == 0);
         File const in(std::fopen(ptsname(user), "r"), std::fclose), out(std::fopen(ptsname(user), "w"), std::fclose);
         ASSERT_TRUE(in && out);
-        ASSERT_EQ(write(user, each.typed, each.typed.view().size()), std::ssize(each.typed.view()));
-        EXPECT_EQ(CTerminalHost(in.get(), out.get()).messageBox("Sure?", "Title", orvane::box::question), each.answer);
+        ASSERT_EQ(write(user, typed, typed.view().size()), std::ssize(typed.view()));
+        EXPECT_EQ(CTerminalHost(in.get(), out.get()).messageBox("Sure?", "Title", orvane::box::question), answer);
         close(user);
     }
 }
@@ -109,8 +87,7 @@ protected:
     void updateFromModel(bool everything) override
     {
         ++updates;
-        // A copy, for this may be gone before the call returns.
-        std::function<void(bool)> const act = onUpdate;
+        auto const act = onUpdate;  // a copy, for this may be gone before the call returns
         act(everything);
     }
 };
@@ -120,8 +97,7 @@ TEST(DialogTest, MayOpenCloseAndUpdateDialogsDuringAnUpdate)
     CRecordingHost host;
     std::vector<std::unique_ptr<CTestDialog>> opened;
     CTestDialog first;
-    auto self = std::make_unique<CTestDialog>();
-    auto next = std::make_unique<CTestDialog>();
+    auto self = std::make_unique<CTestDialog>(), next = std::make_unique<CTestDialog>();
     CTestDialog last;
     first.onUpdate = [&](bool everything)
     {
@@ -135,15 +111,13 @@ TEST(DialogTest, MayOpenCloseAndUpdateDialogsDuringAnUpdate)
     };
     CModelessDialog::updateAllDialogs(false);
     EXPECT_EQ(host.updates, (std::vector<bool>{true, false}));
-    EXPECT_EQ(last.updates, 2);
-    EXPECT_EQ(opened.front()->updates, 0);  // it was opened with the present model
+    EXPECT_TRUE(last.updates == 2 && opened.front()->updates == 0);  // it was opened with the present model
 
     last.onUpdate = [](bool) { throw 1; };
     EXPECT_THROW(CModelessDialog::updateAllDialogs(true), int);
     last.onUpdate = [](bool) {};
     CModelessDialog::updateAllDialogs(true);
-    EXPECT_EQ(opened.size(), 100u);
-    EXPECT_EQ(opened.back()->updates, 1);
+    EXPECT_TRUE(opened.size() == 100 && opened.back()->updates == 1);
 }
 
 // Takes all numbers. Answers 0 when equal names share one and they end where they should.
@@ -151,20 +125,14 @@ int exhaustNames()
 {
     unsigned const known = RegisterWindowMessage("known");
     unsigned highest = 0;
-    CString name;
-    for (int i = 0; i < 0x4000; ++i)
-    {
-        name.Format("name %i", i);
-        highest = std::max(highest, RegisterClipboardFormat(name));
-    }
+    for (int i = 0; i < 0x4000; ++i) highest = std::max(highest, RegisterClipboardFormat(std::to_string(i).c_str()));
     bool const full = highest == 0xFFFF && RegisterClipboardFormat("one too many") == 0;
     return full && known >= 0xC000 && RegisterClipboardFormat(CString("known")) == known ? 0 : 1;
 }
 
 TEST(RegisteredNameTest, GivesOneNumberToOneNameWhileThereAreNumbers)
 {
-    EXPECT_EQ(RegisterClipboardFormat(""), 0u);
-    EXPECT_EQ(RegisterClipboardFormat(nullptr), 0u);
+    EXPECT_EQ(RegisterClipboardFormat("") + RegisterClipboardFormat(nullptr), 0u);
     // In a process of its own, for the names would last.
     EXPECT_EXIT(_exit(exhaustNames()), testing::ExitedWithCode(0), "");
 }

