@@ -43,7 +43,8 @@ TEST(ControlsTest, OverlapByMoreThanAnEdge)
     CWnd a, b;
     host.rectangles[&a] = {0, 0, 10, 10};
     std::pair<orvane::Rectangle, bool> const cases[] = {
-        {{9, 9, 20, 20}, true}, {{10, 0, 20, 10}, false}, {{5, 5, 5, 9}, false}, {{INT_MIN, INT_MIN, INT_MAX, INT_MAX}, true}};
+        {{9, 9, 20, 20}, true}, {{10, 0, 20, 10}, false},
+        {{5, 5, 5, 9}, false},  {{INT_MIN, INT_MIN, INT_MAX, INT_MAX}, true}};
     for (auto const & [rectangle, overlap] : cases)
     {
         host.rectangles[&b] = rectangle;

@@ -38,7 +38,10 @@ public:
             if (each == key) return value;
         return chain.emplace_front(key, 0).second;
     }
-    bool remove(std::string const & key) { return std::erase_if(chainOf(key), [&](auto & e) { return e.first == key; }); }
+    bool remove(std::string const & key)
+    {
+        return std::erase_if(chainOf(key), [&](auto const & entry) { return entry.first == key; }) > 0;
+    }
     std::string walk() const
     {
         std::string text;

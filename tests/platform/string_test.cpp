@@ -39,9 +39,9 @@ TEST(StringTest, KeepsZeroBytes)
 TEST(StringTest, TakesAnyPositionAndCount)
 {
     std::tuple<int, int, char const *, char const *> const cases[] = {
-                       {1, 2, "bc", "ad"},     {3, 9, "d", "abc"},      {4, 1, "", "abcd"},
-                       {-2, 1, "a", "bcd"},    {1, -1, "", "abcd"},     {1, INT_MAX, "bcd", "a"},
-                       {INT_MAX, INT_MAX, "", "abcd"}, {INT_MIN, INT_MAX, "abcd", ""}};
+        {1, 2, "bc", "ad"},     {3, 9, "d", "abc"},        {4, 1, "", "abcd"},             {-2, 1, "a", "bcd"},
+        {1, -1, "", "abcd"},    {1, INT_MAX, "bcd", "a"},  {INT_MAX, INT_MAX, "", "abcd"},
+        {INT_MIN, INT_MAX, "abcd", ""}};
     for (auto const & [first, count, mid, deleted] : cases)
     {
         CString text("abcd");
@@ -82,8 +82,8 @@ TEST(StringTest, SearchesFromAnyStart)
 TEST(StringTest, ReplacesEachOccurrenceOnce)
 {
     std::tuple<char const *, char const *, char const *, int, char const *> const cases[] = {
-                       {"aaa", "a", "aa", 3, "aaaaaa"}, {"aaaa", "aa", "a", 2, "aa"}, {"abab", "ab", nullptr, 2, ""},
-                       {"abc", "", "x", 0, "abc"},      {"abc", "x", "y", 0, "abc"},  {"a%b", "%", "%%", 1, "a%%b"}};
+        {"aaa", "a", "aa", 3, "aaaaaa"}, {"aaaa", "aa", "a", 2, "aa"}, {"abab", "ab", nullptr, 2, ""},
+        {"abc", "", "x", 0, "abc"},      {"abc", "x", "y", 0, "abc"},  {"a%b", "%", "%%", 1, "a%%b"}};
     for (auto const & [subject, from, to, count, result] : cases)
     {
         CString text(subject);

@@ -185,19 +185,19 @@ TEST(PermissionsTest, EachRightCountsInComparisonsAndChanges)
 
 TEST(PermissionsTest, DefaultRolesAreFixed)
 {
-    std::tuple<void (CRole::*)(), char const *, char const *, char const *> const cases[] = {
-        {&CRole::setToDefaultAdministratorRole, "Administrator", "4a728648a92a7148b2c5225c80b91a77",
+    std::tuple<void (CRole::*)(), CString, char const *> const cases[] = {
+        {&CRole::setToDefaultAdministratorRole, "Administrator4a728648a92a7148b2c5225c80b91a77",
          "11111111111111111111"},
-        {&CRole::setToDefaultUserRole, "User", "bdcc82f4c6d2714a938e7cbe78426ecf", "21222121222122212225"},
-        {&CRole::setToDefaultGuestRole, "Guest", "fdbd6121365ee64781859d4a60cf4ff0", "51555151555155515555"},
+        {&CRole::setToDefaultUserRole, "Userbdcc82f4c6d2714a938e7cbe78426ecf", "21222121222122212225"},
+        {&CRole::setToDefaultGuestRole, "Guestfdbd6121365ee64781859d4a60cf4ff0", "51555151555155515555"},
     };
-    for (auto const & [become, name, id, expected] : cases)
+    for (auto const & [become, nameAndID, expected] : cases)
     {
         CRole role;
         (role.*become)();
-        EXPECT_EQ(role.getName() + role.getID().toString(), CString(name) + id);
+        EXPECT_EQ(role.getName() + role.getID().toString(), nameAndID);
         role.makeSubPermissionsInheritFromParentPermissions();  // leaves them as they are
-        EXPECT_EQ(figures(role.getPermissions()), expected) << name;
+        EXPECT_EQ(figures(role.getPermissions()), expected);
     }
 }
 

@@ -84,18 +84,17 @@ TEST(TimeOfDay, RunsRoundMidnight)
 TEST(DateTime, CopiesCountAsChangesAndDefaultsAreNotValid)
 {
     ZoneScope const zone("Europe/Berlin");
-    auto const check = [](auto const & given, auto const & none)
+    auto const check = []<class Value>(Value const & given)
     {
-        EXPECT_TRUE(given.isValid() && !given.getChanged());
-        auto copy = given;
-        EXPECT_TRUE(copy.isValid() && copy.getChanged());
+        Value copy = given;
+        EXPECT_TRUE(given.isValid() && !given.getChanged() && copy.isValid() && copy.getChanged());
         copy.resetChanged();
-        copy = none;
+        copy = Value();
         EXPECT_TRUE(!copy.isValid() && copy.getChanged());
     };
-    check(CProjectDate(2004, 1, 5), CProjectDate());
-    check(CProjectTime(2004, 1, 5, 8, 0), CProjectTime());
-    check(CProjectTimeOfDay(8, 0), CProjectTimeOfDay());
+    check(CProjectDate(2004, 1, 5));
+    check(CProjectTime(2004, 1, 5, 8, 0));
+    check(CProjectTimeOfDay(8, 0));
     EXPECT_FALSE(CProjectTime().getDate().isValid() || CProjectTime().getTimeOfDay().isValid());
     EXPECT_FALSE((CProjectTimeOfDay() + CProjectDuration(2, 0)).isValid());
 
