@@ -1,15 +1,16 @@
 #include "model/assigned_resource.h"
 
+#include "values/document_array_impl.h"
 #include "values/record_impl.h"
 
 template <class Visit>
 void CAssignedResource::describe(Visit && visit)
 {
-    visit("ID", &CAssignedResource::id);
+    visit("id", &CAssignedResource::id);
     visit("resourceID", &CAssignedResource::resourceID);
     visit("assignedAmount", &CAssignedResource::percentageAssigned);
-    visit("displayAsPercent", &CAssignedResource::displayAsPercent);
     visit("resourceProfileType", &CAssignedResource::resourceProfileType);
+    visit("displayAsPercent", &CAssignedResource::displayAsPercent);
     visit("transform", &CAssignedResource::transform);
 }
 
@@ -64,4 +65,24 @@ void CAssignedResource::Serialize(CProjectArchive & archive)
     archive.exchangeSince(22, transform, CTransform());
     archive.exchange(id, resourceID, percentageAssigned, resourceProfileType);
     archive.exchangeSince(25, displayAsPercent, CProjectBool(true));
+}
+
+void CAssignedResource::xmlSerialize(CProjectXMLArchive & archive)
+{
+    archive.startEntity("AssignedResource");
+    exchangeAttributes(archive);
+    // What the element holds stands at its own level.
+    archive.undent();
+    archive.out(">");
+    archive.startEntity("Transform");
+    if (archive.isStoring()) archive.attributeOut("Matrix", getTransform().toText(), "");
+    archive.endEntity();
+    archive.out("</AssignedResource>");
+}
+
+void CAssignedResourceArray::xmlSerialize(CProjectXMLArchive & archive)
+{
+    constexpr char element[] = "AssignedResource";
+    orvane::exchangeElements(archive, *this, "AssignedResources", element);
+    if (archive.isTag(element)) Add(CAssignedResource(GetAt(GetUpperBound())));
 }

@@ -9,7 +9,7 @@
 #include "values/typed_array.h"
 
 // A task uses a resource. It names the resource by identifier and lives on its task.
-class CAssignedResource : public orvane::CRecord<CAssignedResource>
+class CAssignedResource : public orvane::CRecord<CAssignedResource>, public IProjectXMLTagProcessor
 {
 public:
     CAssignedResource();
@@ -38,6 +38,7 @@ public:
     static void resetCreatedAndDeletedCount() { s_created = s_deleted = 0; }
 
     void Serialize(CProjectArchive & archive);
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CAssignedResource>;
@@ -60,7 +61,8 @@ extern template class orvane::CRecord<CAssignedResource>;
 // The resources of one task, found by resource through the index. With a resource that is assigned twice,
 // either assignment is found.
 class CAssignedResourceArray
-    : public orvane::CIdentifiedArray<CAssignedResourceArray, CAssignedResource, &CAssignedResource::getResourceID>
+    : public orvane::CIdentifiedArray<CAssignedResourceArray, CAssignedResource, &CAssignedResource::getResourceID>,
+      public IProjectXMLTagProcessor
 {
 public:
     using CIdentifiedArray::findByID;
@@ -68,4 +70,6 @@ public:
     int findByID(CAssignedResourceID const & id) const;
     // Assigns over the assignment of the same identifier, whatever its resource; false when there is none.
     bool changeElement(CAssignedResource const & element);
+    // Every element that is read comes to stand twice.
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 };

@@ -2,15 +2,17 @@
 
 #include <algorithm>
 
+#include "model/document_tags_impl.h"
 #include "model/task.h"
+#include "values/document_array_impl.h"
 #include "values/record_impl.h"
 #include "values/saturate.h"
 
 template <class Visit>
 void CAssignedRisk::describe(Visit && visit)
 {
-    visit("ID", &CAssignedRisk::id);
-    visit("riskID", &CAssignedRisk::riskID);
+    visit("id", &CAssignedRisk::id);
+    visit("riskid", &CAssignedRisk::riskID);
     visit("status", &CAssignedRisk::status);
     visit("weight", &CAssignedRisk::weight);
     visit("valuePercent", &CAssignedRisk::valuePercent);
@@ -97,4 +99,19 @@ bool CAssignedRisk::removeCost(CCostID const & sought)
 void CAssignedRisk::Serialize(CProjectArchive & archive)
 {
     archive.exchange(id, riskID, status, weight, valuePercent, valueFixed, costs, bufferID, valueMode);
+}
+
+void CAssignedRisk::xmlSerialize(CProjectXMLArchive & archive)
+{
+    archive.startEntity("AssignedRisk");
+    exchangeAttributes(archive);
+    if (costs) archive.out(">");
+    exchangeChildren(archive);
+    archive.endEntity(costs ? "</AssignedRisk>" : "/>");
+    orvane::readOwnedArray(archive, costs, "hasCosts");
+}
+
+void CAssignedRiskArray::xmlSerialize(CProjectXMLArchive & archive)
+{
+    orvane::exchangeElements(archive, *this, "AssignedRisks", "AssignedRisk");
 }

@@ -8,7 +8,7 @@ class CTask;
 
 // A task takes on a risk: how much time the risk is worth on this task, and what has been done about it. It
 // lives on its task, and reports on the same risk use its time up.
-class CAssignedRisk : public orvane::CRecord<CAssignedRisk>
+class CAssignedRisk : public orvane::CRecord<CAssignedRisk>, public IProjectXMLTagProcessor
 {
 public:
     CAssignedRisk() = default;
@@ -48,6 +48,7 @@ public:
     bool removeCost(CCostID const & sought);
 
     void Serialize(CProjectArchive & archive);
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CAssignedRisk>;
@@ -67,4 +68,9 @@ private:
 
 extern template class orvane::CRecord<CAssignedRisk>;
 
-class CAssignedRiskArray : public orvane::CIdentifiedArray<CAssignedRiskArray, CAssignedRisk> {};
+class CAssignedRiskArray : public orvane::CIdentifiedArray<CAssignedRiskArray, CAssignedRisk>,
+                           public IProjectXMLTagProcessor
+{
+public:
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+};

@@ -1,5 +1,7 @@
 #include "model/company.h"
 
+#include "model/document_tags_impl.h"
+#include "values/document_array_impl.h"
 #include "values/record_impl.h"
 #include "view/company_presentation.h"
 
@@ -92,4 +94,29 @@ void CCompany::Serialize(CProjectArchive & archive)
     archive.skipUntil<CCompanyPresentation>(35);
     archive.exchange(name, address, telephoneNumber, faxNumber, emailAddress);
     archive.exchangeSince(31, color, CProjectColor());
+}
+
+void CCompany::xmlSerialize(CProjectXMLArchive & archive)
+{
+    constexpr char tag[] = "Company";
+    if (orvane::readsAnother(archive, tag))
+    {
+        if (orvane::readsAny(archive, {"Calendar", "EquipmentResources", "HumanResources", "LocationResources",
+                                       "MaterialResources"}))
+            exchangeChildren(archive);
+        return;
+    }
+    archive.startEntity(tag);
+    exchangeAttributes(archive);
+    archive.out(">");
+    if (archive.isStoring()) exchangeChildren(archive);
+    archive.endEntity("</Company>");
+    if (!archive.isLoading()) return;
+    archive.setTagProcessor(this);
+    orvane::CResourceStructure::changes();
+}
+
+void CCompanyArray::xmlSerialize(CProjectXMLArchive & archive)
+{
+    orvane::exchangeElements(archive, *this, "Companies", "Company");
 }

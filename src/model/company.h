@@ -5,7 +5,7 @@
 #include "model/resources.h"
 
 // An organisation on the project, with the resources that it brings and a calendar of its own.
-class CCompany : public orvane::CRecord<CCompany>
+class CCompany : public orvane::CRecord<CCompany>, public IProjectXMLTagProcessor
 {
 public:
     CCompany() = default;
@@ -91,6 +91,7 @@ public:
     void postSerialize(CProject * project);
 
     void Serialize(CProjectArchive & archive);
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CCompany>;
@@ -130,4 +131,8 @@ auto & CCompany::resourcesOf()
     else return materialResources;
 }
 
-class CCompanyArray : public orvane::CResourceArray<CCompanyArray, CCompany> {};
+class CCompanyArray : public orvane::CResourceArray<CCompanyArray, CCompany>, public IProjectXMLTagProcessor
+{
+public:
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+};

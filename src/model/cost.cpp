@@ -1,14 +1,27 @@
 #include "model/cost.h"
 
+#include "values/document_array_impl.h"
 #include "values/record_impl.h"
 
 template <class Visit>
 void CCost::describe(Visit && visit)
 {
-    visit("ID", &CCost::id);
+    visit("id", &CCost::id);
     visit("description", &CCost::description);
     visit("amount", &CCost::amount);
     visit("type", &CCost::type);
 }
 
 template class orvane::CRecord<CCost>;
+
+void CCost::xmlSerialize(CProjectXMLArchive & archive)
+{
+    archive.startEntity("Cost");
+    exchangeAttributes(archive);
+    archive.endEntity();
+}
+
+void CCostArray::xmlSerialize(CProjectXMLArchive & archive)
+{
+    orvane::exchangeElements(archive, *this, "Costs", "Cost");
+}

@@ -8,7 +8,7 @@
 
 // A named amount of money, charged once or by time: of a task, a resource, an assigned risk or a report.
 // What it comes to on a task, CTask::applyCost tells.
-class CCost : public orvane::CRecord<CCost>
+class CCost : public orvane::CRecord<CCost>, public IProjectXMLTagProcessor
 {
 public:
     CCostID const & getID() const { return id; }
@@ -21,6 +21,8 @@ public:
     void setAmount(CProjectDouble const & value) { amount = value; }
     CCostType const & getType() const { return type; }
     void setType(CCostType const & value) { type = value; }
+
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CCost>;
@@ -35,4 +37,8 @@ private:
 
 extern template class orvane::CRecord<CCost>;
 
-class CCostArray : public orvane::CIdentifiedArray<CCostArray, CCost> {};
+class CCostArray : public orvane::CIdentifiedArray<CCostArray, CCost>, public IProjectXMLTagProcessor
+{
+public:
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+};

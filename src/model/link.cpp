@@ -2,12 +2,13 @@
 
 #include "model/task.h"
 #include "schedule/calendar.h"
+#include "values/document_array_impl.h"
 #include "values/record_impl.h"
 
 template <class Visit>
 void CLink::describe(Visit && visit)
 {
-    visit("ID", &CLink::id);
+    visit("id", &CLink::id);
     visit("upstreamTaskID", &CLink::upstreamTaskID);
     visit("type", &CLink::type);
     visit("status", &CLink::status);
@@ -79,4 +80,18 @@ CProjectTime CLink::getLatestStartOfUpstreamTask(CTask const & upstream, CTask c
     // A link that leaves the start binds the start itself, whatever the length of the task.
     if (!leavesFinish(type) || length == CProjectDuration(0)) return calendar.getPrevValidStartTime(needed);
     return calendar.subtractDurationFromTime(calendar.getPrevValidEndTime(needed), length, false);
+}
+
+// ---- in the document -------------------------------------------------------------------------------
+
+void CLink::xmlSerialize(CProjectXMLArchive & archive)
+{
+    archive.startEntity("Link ");
+    exchangeAttributes(archive);
+    archive.endEntity(" />");
+}
+
+void CLinkArray::xmlSerialize(CProjectXMLArchive & archive)
+{
+    orvane::exchangeElements(archive, *this, "Links", "Link");
 }

@@ -11,7 +11,7 @@ class CTask;
 
 // One task's timing depends on another's. A link lives on its downstream task and names the upstream
 // task by identifier; a link whose upstream task is gone dangles and is passed over.
-class CLink : public orvane::CRecord<CLink>
+class CLink : public orvane::CRecord<CLink>, public IProjectXMLTagProcessor
 {
 public:
     // No upstream task, a type that is not valid.
@@ -47,6 +47,8 @@ public:
     static int getDeleted() { return s_deleted; }
     static void resetCreatedAndDeletedCount() { s_created = s_deleted = 0; }
 
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+
 private:
     friend class orvane::CRecord<CLink>;
     template <class Visit>
@@ -65,4 +67,8 @@ private:
 
 extern template class orvane::CRecord<CLink>;
 
-class CLinkArray : public orvane::CIdentifiedArray<CLinkArray, CLink> {};
+class CLinkArray : public orvane::CIdentifiedArray<CLinkArray, CLink>, public IProjectXMLTagProcessor
+{
+public:
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+};

@@ -5,7 +5,7 @@
 #include "values/typed_array.h"
 
 // A place of the projects of old, by identity alone. No project holds any: old files do, and are read past them.
-class CLocation : public orvane::CRecord<CLocation>
+class CLocation : public orvane::CRecord<CLocation>, public IProjectXMLTagProcessor
 {
 public:
     CLocation() { ++s_created; }
@@ -20,6 +20,8 @@ public:
     static int getDeleted() { return s_deleted; }
     static void resetCreatedAndDeletedCount() { s_created = s_deleted = 0; }
 
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+
 private:
     friend class orvane::CRecord<CLocation>;
     template <class Visit>
@@ -33,4 +35,8 @@ private:
 
 extern template class orvane::CRecord<CLocation>;
 
-class CLocationArray : public orvane::CIdentifiedArray<CLocationArray, CLocation> {};
+class CLocationArray : public orvane::CIdentifiedArray<CLocationArray, CLocation>, public IProjectXMLTagProcessor
+{
+public:
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+};

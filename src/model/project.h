@@ -11,6 +11,7 @@ class CDocument;
 
 namespace orvane
 {
+enum class Packing;
 struct SaveGuard;
 }
 
@@ -19,7 +20,7 @@ struct SaveGuard;
 //
 // Pointers and references handed out hold until the next change of the project. A lookup that finds
 // nothing answers null, and a search for a NULL identifier finds nothing.
-class CProject : public CDynamic<CProject>
+class CProject : public CDynamic<CProject>, public IProjectXMLTagProcessor
 {
 public:
     // A new project with the default roles, the administrator logged in, and an empty plan. The document,
@@ -61,9 +62,17 @@ public:
     // 0 when it cannot be opened, which the user is told, and while another save runs. What goes wrong later throws
     // CFileException or CArchiveException, and further saves answer 0.
     int saveToFile(CString const & fileName);
+    // The same for a state to come back to, which is written often and soon replaced: in less time, into more bytes.
+    int saveState(CString const & fileName);
     // 1 when the project was read. 0 when it cannot be opened, when reading failed, which leaves the project partly
     // replaced, and while another load runs. In place of the first two `throwOnError` throws the integer 0.
     int readFromFile(CString const & fileName, bool throwOnError);
+    // What the root of the project's XML document holds; docs/xml-document.md tells its elements.
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+    // Writes the document, gzip-compressed on request. When the file cannot be opened the user is told; what goes
+    // wrong later throws CFileException. No parser accepts the root's name, so that reading a document that was
+    // written leaves the project as it was. Derives the critical path anew.
+    void xmlSerialize(bool write, CString const & fileName, bool compressed);
 
     // States to come back to; see CProjectUndoRedoList.
     CProjectStateIndex const & getCurrentStateIndex() const { return projectData.stateIndex; }
@@ -319,6 +328,7 @@ private:
     void initialize();
     bool undo(int count);
     bool redo(int count);
+    int save(CString const & fileName, orvane::Packing packing);
     void saveRecoveryFile();
     bool isTaskCategoryUsed(CTaskArray const & tasks, CTaskCategoryID const & id) const;
     bool showsChildren(CTask const & task) const;

@@ -16,7 +16,7 @@ class CProject;
 
 // What of a project is saved, compared and restored as one value. The only pointers it holds are
 // back-pointers to its project, which setProject gives anew after a copy.
-class CProjectData : public CDynamic<CProjectData>
+class CProjectData : public CDynamic<CProjectData>, public IProjectXMLTagProcessor
 {
 public:
     // Empty: no roles, no user. clear() gives the content of a new project.
@@ -67,6 +67,8 @@ public:
     // throws. After reading, a project that takes it over must be made whole with CProject::postSerialize.
     int saveToFile(CString const & fileName);
     int readFromFile(CString const & fileName);
+    // The element of the content. Loading takes from it neither tasks nor roles nor categories, and empties the tasks.
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
     // Points everything that knows its project at this one.
     void setProject(CProject * value);

@@ -60,10 +60,21 @@ void CProject::Serialize(CProjectArchive & archive)
 
 int CProject::saveToFile(CString const & fileName)
 {
+    return save(fileName, orvane::Packing::tight);
+}
+
+int CProject::saveState(CString const & fileName)
+{
+    return save(fileName, orvane::Packing::quick);
+}
+
+int CProject::save(CString const & fileName, orvane::Packing packing)
+{
     if (std::exchange(saving, true)) return 0;
     CFileException failure;
     // What is thrown from here leaves the guard set: no further save is tried after one that broke off.
-    bool const opened = orvane::storeProjectFile(fileName, failure, [this](CProjectArchive & archive) { Serialize(archive); });
+    auto const exchange = [this](CProjectArchive & archive) { Serialize(archive); };
+    bool const opened = orvane::storeProjectFile(fileName, failure, exchange, packing);
     saving = false;
     if (!opened) reportIOError(fileName, failure);
     return opened;

@@ -1,5 +1,6 @@
 #include "model/resource.h"
 
+#include "model/document_tags_impl.h"
 #include "model/project.h"
 #include "values/record_impl.h"
 
@@ -13,10 +14,10 @@ void CResourceBase::describe(Visit && visit)
     visit("autoaccept", &CResourceBase::autoAccept);
     visit("status", &CResourceBase::status);
     visit("leadtime", &CResourceBase::leadTime);
-    visit("orderRequired", &CResourceBase::orderRequired);
+    visit("orderrequired", &CResourceBase::orderRequired);
     visit("costs", &CResourceBase::costs);
-    visit("totalUnitsAvailable", &CResourceBase::totalUnitsAvailable);
-    visit("resourceUnitType", &CResourceBase::resourceUnitType);
+    visit("totalunitsavailable", &CResourceBase::totalUnitsAvailable);
+    visit("resourceunittype", &CResourceBase::resourceUnitType);
     visit("representations", &CResourceBase::representations);
 }
 
@@ -121,4 +122,30 @@ void CResourceBase::Serialize(CProjectArchive & archive)
     if (archive.fileVersion() >= 23) archive.skipUntil<CProjectBool>(25);
     archive.exchangeSince(23, totalUnitsAvailable, 0);
     archive.exchangeSince(24, resourceUnitType, CResourceUnitType(CResourceUnitType::Unknown));
+}
+
+// ---- in the document ------------------------------------------------------------------------------
+
+void CResourceBase::xmlSerialize(CProjectXMLArchive & archive)
+{
+    CString const tag = tagName();
+    if (archive.isLoading()) orvane::CResourceStructure::changes();
+    if (orvane::readsAnother(archive, tag)) return xmlWriteSubTags(archive);
+    archive.startEntity(tag);
+    xmlWriteAttributes(archive);
+    archive.out(">");
+    if (archive.isStoring()) xmlWriteSubTags(archive);
+    archive.endEntity("</" + tag + ">");
+    if (archive.isLoading()) archive.setTagProcessor(this);
+}
+
+void CResourceBase::xmlWriteAttributes(CProjectXMLArchive & archive)
+{
+    exchangeAttributes(archive);
+}
+
+void CResourceBase::xmlWriteSubTags(CProjectXMLArchive & archive)
+{
+    supplierReferences.xmlSerialize(archive);
+    costs.xmlSerialize(archive);
 }

@@ -17,7 +17,7 @@ class CProject;
 // Something that a company brings to the project: equipment, people, a place or a material. Each of the
 // four kinds below stands in trees of its own kind under a company, and tasks refer to it by identifier.
 // A resource with sub-resources stands for them: rates and dates are then those of the leaves.
-class CResourceBase : public orvane::CRecord<CResourceBase>
+class CResourceBase : public orvane::CRecord<CResourceBase>, public IProjectXMLTagProcessor
 {
 public:
     CResourceBase();
@@ -39,6 +39,12 @@ public:
     // Every resource below.
     virtual int countSubResources() const { return 0; }
     virtual void Serialize(CProjectArchive & archive);
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+    // The name of the resource's element in a document; empty for the base class.
+    virtual CString tagName() const { return ""; }
+    // What the element holds, written and read: attributes and the elements in it.
+    virtual void xmlWriteAttributes(CProjectXMLArchive & archive);
+    virtual void xmlWriteSubTags(CProjectXMLArchive & archive);
 
     CResourceID const & getID() const { return id; }
     void setID(CResourceID const & value);
@@ -172,6 +178,9 @@ class CResourceKind : public CDynamic<Self, CResourceBase>
 {
 public:
     CString getType() const override { return Self::typeName; }
+    CString tagName() const override { return Self::documentTag; }
+    void xmlWriteAttributes(CProjectXMLArchive & archive) override;
+    void xmlWriteSubTags(CProjectXMLArchive & archive) override;
     bool findResourceCost(CCost & out, CCostID const & sought) const override;
     void resetChanged() override;
     bool setChanged() override;

@@ -2,6 +2,7 @@
 
 #include "model/location.h"
 #include "model/resources.h"
+#include "values/record_impl.h"
 #include "values/saturate.h"
 
 namespace orvane
@@ -72,6 +73,31 @@ void CResourceKind<Self, Array>::Serialize(CProjectArchive & archive)
     // A leaf has no array rather than an empty one.
     subResources.deleteIfEmpty();
     CResourceStructure::changes();
+}
+
+template <class Self, class Array>
+void CResourceKind<Self, Array>::xmlWriteAttributes(CProjectXMLArchive & archive)
+{
+    CResourceBase::xmlWriteAttributes(archive);
+    Self::describeOwn(
+        [&](char const * name, auto field)
+        {
+            auto & value = static_cast<Self *>(this)->*field;
+            if constexpr (DocumentAttribute<std::remove_cvref_t<decltype(value)>>) value.xmlSerialize(archive, name);
+        });
+}
+
+template <class Self, class Array>
+void CResourceKind<Self, Array>::xmlWriteSubTags(CProjectXMLArchive & archive)
+{
+    CResourceBase::xmlWriteSubTags(archive);
+    Self::describeOwn(
+        [&](char const *, auto field)
+        {
+            auto & value = static_cast<Self *>(this)->*field;
+            using Field = std::remove_cvref_t<decltype(value)>;
+            if constexpr (DocumentChild<Field> && !DocumentAttribute<Field>) value.xmlSerialize(archive);
+        });
 }
 
 // ---- the tree ---------------------------------------------------------------------------------------

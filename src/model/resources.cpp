@@ -1,6 +1,7 @@
 #include "model/resources.h"
 
 #include "model/resource_impl.h"
+#include "values/document_array_impl.h"
 
 template <class Visit>
 void CMaterialResource::describeOwn(Visit && visit)
@@ -27,3 +28,23 @@ template class orvane::CResourceKind<CMaterialResource, CMaterialResourceArray>;
 template class orvane::CWorkingResource<CEquipmentResource, CEquipmentResourceArray>;
 template class orvane::CWorkingResource<CHumanResource, CHumanResourceArray>;
 template class orvane::CWorkingResource<CLocationResource, CLocationResourceArray>;
+
+void CEquipmentResourceArray::xmlSerialize(CProjectXMLArchive & archive)
+{
+    orvane::exchangeElements(archive, *this, "EquipmentResources", CEquipmentResource::documentTag);
+}
+
+void CHumanResourceArray::xmlSerialize(CProjectXMLArchive & archive)
+{
+    orvane::exchangeElements(archive, *this, "HumanResources", CHumanResource::documentTag);
+}
+
+void CLocationResourceArray::xmlSerialize(CProjectXMLArchive & archive)
+{
+    orvane::exchangeElements(archive, *this, "LocationResources", CLocationResource::documentTag);
+}
+
+void CMaterialResourceArray::xmlSerialize(CProjectXMLArchive & archive)
+{
+    orvane::exchangeElements(archive, *this, "MaterialResources", CMaterialResource::documentTag);
+}

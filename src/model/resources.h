@@ -13,6 +13,7 @@ class CEquipmentResource : public orvane::CWorkingResource<CEquipmentResource, C
 {
 public:
     static constexpr char typeName[] = "Equipment";
+    static constexpr char documentTag[] = "EquipmentResource";
     static constexpr char defaultName[] = "New Equipment Resource";
 };
 
@@ -21,6 +22,7 @@ class CHumanResource : public orvane::CWorkingResource<CHumanResource, CHumanRes
 {
 public:
     static constexpr char typeName[] = "Human";
+    static constexpr char documentTag[] = "HumanResource";
     static constexpr char defaultName[] = "New Human Resource";
 };
 
@@ -28,6 +30,7 @@ class CLocationResource : public orvane::CWorkingResource<CLocationResource, CLo
 {
 public:
     static constexpr char typeName[] = "Location";
+    static constexpr char documentTag[] = "LocationResource";
     static constexpr char defaultName[] = "New Location Resource";
 };
 
@@ -36,6 +39,7 @@ class CMaterialResource : public orvane::CResourceKind<CMaterialResource, CMater
 {
 public:
     static constexpr char typeName[] = "Material";
+    static constexpr char documentTag[] = "MaterialResource";
     static constexpr char defaultName[] = "New Material Resource";
 
     // To be used today.
@@ -53,10 +57,33 @@ private:
     CProjectTime usedOn;
 };
 
-class CEquipmentResourceArray : public orvane::CResourceArray<CEquipmentResourceArray, CEquipmentResource> {};
-class CHumanResourceArray : public orvane::CResourceArray<CHumanResourceArray, CHumanResource> {};
-class CLocationResourceArray : public orvane::CResourceArray<CLocationResourceArray, CLocationResource> {};
-class CMaterialResourceArray : public orvane::CResourceArray<CMaterialResourceArray, CMaterialResource> {};
+class CEquipmentResourceArray : public orvane::CResourceArray<CEquipmentResourceArray, CEquipmentResource>,
+                                public IProjectXMLTagProcessor
+{
+public:
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+};
+
+class CHumanResourceArray : public orvane::CResourceArray<CHumanResourceArray, CHumanResource>,
+                            public IProjectXMLTagProcessor
+{
+public:
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+};
+
+class CLocationResourceArray : public orvane::CResourceArray<CLocationResourceArray, CLocationResource>,
+                               public IProjectXMLTagProcessor
+{
+public:
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+};
+
+class CMaterialResourceArray : public orvane::CResourceArray<CMaterialResourceArray, CMaterialResource>,
+                               public IProjectXMLTagProcessor
+{
+public:
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+};
 
 extern template class orvane::CResourceKind<CEquipmentResource, CEquipmentResourceArray>;
 extern template class orvane::CResourceKind<CHumanResource, CHumanResourceArray>;

@@ -1,15 +1,17 @@
 #include "model/risk.h"
 
+#include "model/document_tags_impl.h"
 #include "platform/message.h"
+#include "values/document_array_impl.h"
 #include "values/record_impl.h"
 #include "view/tree_presentation.h"
 
 template <class Visit>
 void CRisk::describe(Visit && visit)
 {
-    visit("ID", &CRisk::id);
+    visit("id", &CRisk::id);
     visit("description", &CRisk::description);
-    visit("valueMode", &CRisk::valueMode);
+    visit("valuemode", &CRisk::valueMode);
     visit("subRisks", &CRisk::subRisks);
 }
 
@@ -119,4 +121,19 @@ void CRisk::Serialize(CProjectArchive & archive)
 {
     archive.exchange(id, description, subRisks, valueMode);
     archive.skipUntil<CRiskPresentation>(33);
+}
+
+void CRisk::xmlSerialize(CProjectXMLArchive & archive)
+{
+    archive.startEntity("Risk");
+    exchangeAttributes(archive);
+    archive.out(">");
+    if (archive.isStoring()) exchangeChildren(archive);
+    archive.endEntity("</Risk>");
+    orvane::readOwnedArray(archive, subRisks, "hasSubRisks");
+}
+
+void CRiskArray::xmlSerialize(CProjectXMLArchive & archive)
+{
+    orvane::exchangeElements(archive, *this, "Risks", "Risk");
 }

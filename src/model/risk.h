@@ -11,7 +11,7 @@ class CRiskArray;
 
 // A kind of thing that can go wrong, in a tree of kinds that belongs to the project. Tasks take a risk on
 // through a CAssignedRisk.
-class CRisk : public orvane::CRecord<CRisk>
+class CRisk : public orvane::CRecord<CRisk>, public IProjectXMLTagProcessor
 {
 public:
     CRisk();
@@ -47,6 +47,7 @@ public:
     bool removalPrompt(bool assigned) const;
 
     void Serialize(CProjectArchive & archive);
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CRisk>;
@@ -63,4 +64,8 @@ private:
 
 extern template class orvane::CRecord<CRisk>;
 
-class CRiskArray : public orvane::CIdentifiedArray<CRiskArray, CRisk> {};
+class CRiskArray : public orvane::CIdentifiedArray<CRiskArray, CRisk>, public IProjectXMLTagProcessor
+{
+public:
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+};

@@ -1,11 +1,12 @@
 #include "model/supply_chain.h"
 
+#include "model/document_tags_impl.h"
 #include "values/record_impl.h"
 
 template <class Visit>
 void CSupplyChain::describe(Visit && visit)
 {
-    visit("ID", &CSupplyChain::id);
+    visit("id", &CSupplyChain::id);
     visit("supplierID", &CSupplyChain::supplierID);
     visit("customerID", &CSupplyChain::customerID);
 }
@@ -26,4 +27,15 @@ void CSupplyChain::Serialize(CProjectArchive & archive)
 {
     archive.exchange(id, supplierID);
     archive.exchangeSince(20, customerID, CCompanyIDArray());
+}
+
+void CSupplyChain::xmlSerialize(CProjectXMLArchive & archive)
+{
+    if (orvane::readsAny(archive, {"CompanyIDs", "CompanyID"})) return customerID.xmlSerialize(archive);
+    if (orvane::readsAnother(archive, "SupplyChain")) return;
+    archive.startEntity("SupplyChain");
+    exchangeAttributes(archive);
+    archive.out(">");
+    exchangeChildren(archive);
+    archive.endEntity("</SupplyChain>");
 }

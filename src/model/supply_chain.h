@@ -5,7 +5,7 @@
 
 // Who does a task and for whom: the company that supplies it now, and the companies that handed it on,
 // from the first customer to the last.
-class CSupplyChain : public orvane::CRecord<CSupplyChain>
+class CSupplyChain : public orvane::CRecord<CSupplyChain>, public IProjectXMLTagProcessor
 {
 public:
     // Supplied by nobody.
@@ -24,6 +24,7 @@ public:
     void assignToCompany(CCompanyID const & company);
 
     void Serialize(CProjectArchive & archive);
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CSupplyChain>;

@@ -27,7 +27,7 @@ class CTaskArray;
 //
 // Times a reader asks for are those of the last derived pass, which the end of every action runs; the
 // setters of planned times keep the task's own end right within an action.
-class CTask : public CTaskCachedData, public CDynamic<CTask>
+class CTask : public CTaskCachedData, public CDynamic<CTask>, public IProjectXMLTagProcessor
 {
 public:
     // A blank task with a fresh identity.
@@ -257,6 +257,9 @@ public:
     void deleteSubTasksIfEmpty();
     // The task with all below it, as it stands in a project file.
     void Serialize(CProjectArchive & archive);
+    // The task's element with all below it. Loading, it takes the attributes of every element that it is given,
+    // whatever its name, and none for the duration.
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
     // Searches over the subtree, the task itself first.
     CTask const * findTask(CTaskID const & sought) const;
@@ -352,6 +355,8 @@ private:
     CTask const * findDepthFirst(Test const & test) const;
     void dropEmptyArrays();
     void exchangeSubTasks(CProjectArchive & archive);
+    void exchangeAttributes(CProjectXMLArchive & archive);
+    void exchangeChildren(CProjectXMLArchive & archive);
     CTaskArray & makeSubTasks();
     void dropSubTasks();
     // Flags the task as changed by way of its identifier, where nothing that is left shows the change.

@@ -10,7 +10,7 @@
 //
 // The array knows the task that owns it and tells each element where it stands, so that a task finds its
 // parent, its siblings and its place in them at any time, and the index of the whole forest stays right.
-class CTaskArray : public orvane::CIdentifiedArray<CTaskArray, CTask>
+class CTaskArray : public orvane::CIdentifiedArray<CTaskArray, CTask>, public IProjectXMLTagProcessor
 {
     using Base = orvane::CIdentifiedArray<CTaskArray, CTask>;
 
@@ -66,6 +66,9 @@ public:
     orvane::CLinkIndex * getLinkIndex() const;
     // Makes this array the roots of a forest with an index of its own.
     void beRoots();
+
+    // A document gives no tasks back: its array empties this one, and its tasks are read past.
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class CTask;

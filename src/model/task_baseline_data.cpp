@@ -1,21 +1,22 @@
 #include "model/task_baseline_data.h"
 
+#include "model/document_tags_impl.h"
 #include "model/task.h"
 #include "values/record_impl.h"
 
 template <class Visit>
 void CTaskBaselineData::describe(Visit && visit)
 {
-    visit("startTime", &CTaskBaselineData::startTime);
-    visit("duration", &CTaskBaselineData::duration);
-    visit("finishTime", &CTaskBaselineData::finishTime);
-    visit("equipmentCost", &CTaskBaselineData::equipmentCost);
-    visit("humanCost", &CTaskBaselineData::humanCost);
-    visit("locationCost", &CTaskBaselineData::locationCost);
-    visit("materialCost", &CTaskBaselineData::materialCost);
-    visit("mitigatedRiskCost", &CTaskBaselineData::mitigatedRiskCost);
-    visit("unmitigatedRiskCost", &CTaskBaselineData::unmitigatedRiskCost);
-    visit("taskCost", &CTaskBaselineData::taskCost);
+    visit("baselineStartTime", &CTaskBaselineData::startTime);
+    visit("baselineDuration", &CTaskBaselineData::duration);
+    visit("baselineFinishTime", &CTaskBaselineData::finishTime);
+    visit("baselineEquipmentCost", &CTaskBaselineData::equipmentCost);
+    visit("baselineHumanCost", &CTaskBaselineData::humanCost);
+    visit("baselineLocationCost", &CTaskBaselineData::locationCost);
+    visit("baselineMaterialCost", &CTaskBaselineData::materialCost);
+    visit("baselineMitigatedRiskCost", &CTaskBaselineData::mitigatedRiskCost);
+    visit("baselineUnmitigatedRiskCost", &CTaskBaselineData::unmitigatedRiskCost);
+    visit("baselineTaskCost", &CTaskBaselineData::taskCost);
 }
 
 template class orvane::CRecord<CTaskBaselineData>;
@@ -42,4 +43,12 @@ double CTaskBaselineData::getTotalCost() const
          {&equipmentCost, &humanCost, &locationCost, &materialCost, &mitigatedRiskCost, &unmitigatedRiskCost, &taskCost})
         if (cost->isValid()) total += cost->getValue();
     return total;
+}
+
+void CTaskBaselineData::xmlSerialize(CProjectXMLArchive & archive)
+{
+    if (orvane::readsAnother(archive, "TaskBaseLine")) return;
+    archive.startEntity("TaskBaseLine");
+    exchangeAttributes(archive);
+    archive.endEntity();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/project_xml_archive.h"
 #include "values/date_time.h"
 #include "values/duration.h"
 #include "values/record.h"
@@ -9,7 +10,7 @@ class CTask;
 
 // A task's dates and budgeted totals as they stood when its baseline was set. Empty before; money is in the
 // project's currency.
-class CTaskBaselineData : public orvane::CRecord<CTaskBaselineData>
+class CTaskBaselineData : public orvane::CRecord<CTaskBaselineData>, public IProjectXMLTagProcessor
 {
 public:
     // Takes the present figures of the task, all costs as budgeted.
@@ -28,6 +29,8 @@ public:
     CProjectDouble const & getTaskCost() const { return taskCost; }
     // The sum of the seven costs; one that was never stored counts as 0.
     double getTotalCost() const;
+
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CTaskBaselineData>;

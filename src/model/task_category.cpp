@@ -1,5 +1,7 @@
 #include "model/task_category.h"
 
+#include "values/document_array_impl.h"
+
 void CTaskCategory::clear()
 {
     name = "";
@@ -60,4 +62,18 @@ void CTaskCategory::Serialize(CProjectArchive & archive)
 {
     archive.exchange(name, id);
     if (archive.IsLoading()) setChanged();
+}
+
+void CTaskCategory::xmlSerialize(CProjectXMLArchive & archive)
+{
+    archive.startEntity("TaskCategory");
+    name.xmlSerialize(archive, "name");
+    id.xmlSerialize(archive, "id");
+    archive.endEntity();
+}
+
+void CTaskCategoryArray::xmlSerialize(CProjectXMLArchive & archive)
+{
+    char const * const wrapper = archive.isLoading() ? "TaskCategorys" : "TaskCategories";
+    orvane::exchangeElements(archive, *this, wrapper, "TaskCategory");
 }

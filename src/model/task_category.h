@@ -7,7 +7,7 @@
 
 // A name by which tasks are grouped. Two categories are equal when their identities are, whatever their
 // names; hence no list of compared fields, as other records have.
-class CTaskCategory : public CDynamic<CTaskCategory>
+class CTaskCategory : public CDynamic<CTaskCategory>, public IProjectXMLTagProcessor
 {
 public:
     CTaskCategory() = default;
@@ -27,6 +27,7 @@ public:
     void touch();
 
     void Serialize(CProjectArchive & archive);
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     bool changed = false;
@@ -35,7 +36,8 @@ private:
 };
 
 // The categories of a project, found by identity and by name.
-class CTaskCategoryArray : public orvane::CTypedArray<CTaskCategoryArray, CTaskCategory, &CTaskCategory::getID>
+class CTaskCategoryArray : public orvane::CTypedArray<CTaskCategoryArray, CTaskCategory, &CTaskCategory::getID>,
+                           public IProjectXMLTagProcessor
 {
 public:
     // The position of a category, or -1.
@@ -45,6 +47,8 @@ public:
     int AddIfUnique(CProjectString const & name);
     // The category of that name, added when there is none. Do not keep the reference.
     CTaskCategory & getByName(CString const & name);
+    // Written as "TaskCategories", read from "TaskCategorys".
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 protected:
     void entered(int first, int count) override;

@@ -1,5 +1,6 @@
 #include "model/task_constraint.h"
 
+#include "model/document_tags_impl.h"
 #include "values/record_impl.h"
 
 template <class Visit>
@@ -9,3 +10,11 @@ void CTaskConstraint::describe(Visit && visit)
 }
 
 template class orvane::CRecord<CTaskConstraint>;
+
+void CTaskConstraint::xmlSerialize(CProjectXMLArchive & archive)
+{
+    if (orvane::readsAnother(archive, "TaskConstraint")) return;
+    archive.startEntity("TaskConstraint");
+    exchangeAttributes(archive);
+    archive.endEntity();
+}

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "platform/project_xml_archive.h"
 #include "values/enumerations.h"
 #include "values/record.h"
 
 // The limit that a task itself sets on being moved.
-class CTaskConstraint : public orvane::CRecord<CTaskConstraint>
+class CTaskConstraint : public orvane::CRecord<CTaskConstraint>, public IProjectXMLTagProcessor
 {
 public:
     CTaskConstraint() = default;
@@ -12,6 +13,8 @@ public:
 
     CTaskConstraintType const & getType() const { return type; }
     void setType(CTaskConstraintType const & value) { type = value; }
+
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CTaskConstraint>;

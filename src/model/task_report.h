@@ -5,7 +5,7 @@
 #include "values/duration.h"
 
 // Something that delayed or advanced a started task, usually a risk that came true, whose time it uses up.
-class CTaskReport : public orvane::CRecord<CTaskReport>
+class CTaskReport : public orvane::CRecord<CTaskReport>, public IProjectXMLTagProcessor
 {
 public:
     CTaskReportID const & getID() const { return id; }
@@ -26,6 +26,7 @@ public:
     void setCosts(CCostArray const & array) { costs = array; }
 
     void Serialize(CProjectArchive & archive);
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CTaskReport>;
@@ -43,4 +44,8 @@ private:
 
 extern template class orvane::CRecord<CTaskReport>;
 
-class CTaskReportArray : public orvane::CIdentifiedArray<CTaskReportArray, CTaskReport> {};
+class CTaskReportArray : public orvane::CIdentifiedArray<CTaskReportArray, CTaskReport>, public IProjectXMLTagProcessor
+{
+public:
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+};

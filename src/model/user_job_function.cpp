@@ -34,3 +34,10 @@ CUserJobFunction::CUserJobFunction(CProjectBool const & isController, CProjectBo
       isManager(isManager)
 {
 }
+
+void CUserJobFunction::xmlSerialize(CProjectXMLArchive & archive)
+{
+    archive.startEntity("UserJobFunction");
+    exchangeAttributes(archive);
+    archive.endEntity(" />");
+}

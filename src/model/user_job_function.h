@@ -1,10 +1,11 @@
 #pragma once
 
+#include "platform/project_xml_archive.h"
 #include "values/record.h"
 #include "values/scalars.h"
 
 // What a user does on the project, as told by the user: the application shows it, nothing is decided by it.
-class CUserJobFunction : public orvane::CRecord<CUserJobFunction>
+class CUserJobFunction : public orvane::CRecord<CUserJobFunction>, public IProjectXMLTagProcessor
 {
 public:
     // None of them.
@@ -32,6 +33,8 @@ public:
     void setIsSales(CProjectBool const & value) { isSales = value; }
     CProjectBool const & getIsManager() const { return isManager; }
     void setIsManager(CProjectBool const & value) { isManager = value; }
+
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CUserJobFunction>;

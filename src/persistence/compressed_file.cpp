@@ -6,7 +6,7 @@ bool SECCompressFile::Open(CString const & path, unsigned int flags, CFileExcept
     if (!compressionOn) return true;
     try
     {
-        gzState = comp.open(*this, flags & modeAccess ? "wb" : "rb");
+        gzState = comp.open(*this, flags & modeAccess ? writeMode : "rb");
     }
     catch (CFileException const & failure)
     {

@@ -7,10 +7,11 @@
 namespace orvane
 {
 
-bool storeProjectFile(CString const & fileName, CFileException & failure, Exchange const & exchange)
+bool storeProjectFile(CString const & fileName, CFileException & failure, Exchange const & exchange, Packing packing)
 {
     CReplacedFile target(fileName);
     SECCompressFile file;
+    if (packing == Packing::quick) file.setQuick();
     if (!target.open(file, &failure)) return false;
     CProjectArchive archive(&file, CArchive::store, true);
     exchange(archive);

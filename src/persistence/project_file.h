@@ -14,8 +14,12 @@ namespace orvane
 //
 // Both answer false, with the reason, when the file cannot be opened. What goes wrong later throws, and the files
 // are closed. A file that is stored replaces the old one only when it is whole and on the disk.
+//
+// What is written before every action and soon replaced is packed in less time, into more bytes.
+enum class Packing { tight, quick };
 using Exchange = std::function<void(CProjectArchive &)>;
-bool storeProjectFile(CString const & fileName, CFileException & failure, Exchange const & exchange);
+bool storeProjectFile(CString const & fileName, CFileException & failure, Exchange const & exchange,
+                      Packing packing = Packing::tight);
 bool loadProjectFile(CString const & fileName, CFileException & failure, Exchange const & exchange);
 
 }  // namespace orvane

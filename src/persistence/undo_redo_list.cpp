@@ -68,7 +68,7 @@ bool CProjectUndoRedoList::hasState(int index) const
 
 bool CProjectUndoRedoList::storeState() const
 {
-    return !isInert() && project->saveToFile(stateFileName(project->getCurrentStateIndex().getValue())) != 0;
+    return !isInert() && project->saveState(stateFileName(project->getCurrentStateIndex().getValue())) != 0;
 }
 
 bool CProjectUndoRedoList::loadState(int index) const

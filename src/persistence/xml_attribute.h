@@ -42,5 +42,8 @@ private:
 class CAttributeArray : public orvane::CIdentifiedArray<CAttributeArray, CAttribute>, public IProjectXMLTagProcessor
 {
 public:
+    // As Add of a new attribute, without the copy.
+    void add(CString const & name, CString const & value) { take(std::make_unique<CAttribute>(name, value)); }
+
     void xmlSerialize(CProjectXMLArchive & archive) override;
 };

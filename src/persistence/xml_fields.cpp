@@ -7,24 +7,53 @@
 #include "platform/xml_text.h"
 #include "values/sorted_word_array.h"
 
+namespace
+{
+
+// The digits of an identifier, from the last byte to the first.
+struct Hexadecimal
+{
+    std::string_view view() const { return {digits, sizeof digits}; }
+    char digits[2 * sizeof(_GUID)];
+};
+
+Hexadecimal hexadecimal(CIDBase const & id)
+{
+    constexpr char digits[] = "0123456789abcdef";
+    std::string_view const bytes = id.keyBytes();
+    Hexadecimal text;
+    char * next = text.digits;
+    for (auto byte = bytes.rbegin(); byte != bytes.rend(); ++byte)
+    {
+        auto const number = static_cast<unsigned char>(*byte);
+        *next++ = digits[number >> 4];
+        *next++ = digits[number & 0xF];
+    }
+    return text;
+}
+
+}  // namespace
+
 // ---- writing -------------------------------------------------------------------------------------------
 
 // Answers 1, for what was written.
-int CProjectXMLArchive::putAttribute(CString const & name, CString const & value, int newLine)
+int CProjectXMLArchive::putAttribute(CString const & name, std::string_view value, int newLine)
 {
-    CString const text = name + " = \"" + value + "\"";
-    if (newLine) out(text);
-    else put((" " + text).view());
+    put(newLine ? indentation() : " ");
+    put(name.view());
+    put(" = \"");
+    put(value);
+    put(newLine ? "\"\n" : "\"");
     return 1;
 }
 
 int CProjectXMLArchive::putText(CString const & name, CString const & value, CString const & fallback, int newLine,
-                                CString const & behindLineFeed)
+                                int furtherBlanks)
 {
     if (value == fallback) return 0;
     CString text = orvane::withEntities(value);
-    text.Replace("\n", "\n" + behindLineFeed);
-    return putAttribute(name, text, newLine);
+    if (text.Find('\n') >= 0) text.Replace("\n", CString("\n") + CString(indentation(furtherBlanks)));
+    return putAttribute(name, text.view(), newLine);
 }
 
 void CProjectXMLArchive::putWords(CString const & name, CWordArray const & words)
@@ -39,7 +68,7 @@ void CProjectXMLArchive::putWords(CString const & name, CWordArray const & words
 
 int CProjectXMLArchive::attributeOut(CString const & name, CString const & value, CString const & fallback)
 {
-    return writing && value != fallback ? putAttribute(name, value, 1) : 0;
+    return writing && value != fallback ? putAttribute(name, value.view(), 1) : 0;
 }
 
 // ---- both directions -----------------------------------------------------------------------------------
@@ -54,7 +83,7 @@ int CProjectXMLArchive::orFallback(int found, Value & value, Value const & fallb
 
 int CProjectXMLArchive::attribute(CString const & name, CString & value, CString const & fallback, int newLine)
 {
-    if (writing) return putText(name, value, fallback, newLine, indentation());
+    if (writing) return putText(name, value, fallback, newLine, 0);
     int const found = findAttribute(name, value);
     if (found) value = orvane::withoutEntities(value);
     return orFallback(found, value, fallback);
@@ -64,7 +93,7 @@ int CProjectXMLArchive::attributeParagraph(CString const & name, CString & value
 {
     // Under the first character of the value, but for its quote.
     int const column = name.GetLength() + 3;
-    if (writing) return putText(name, value, fallback, 1, indentation(column));
+    if (writing) return putText(name, value, fallback, 1, column);
     int const found = findAttribute(name, value);
     if (found) value = orvane::withParagraphLines(orvane::withoutEntities(value));
     return orFallback(found, value, fallback);
@@ -74,7 +103,7 @@ template <class Number>
 int CProjectXMLArchive::number(CString const & name, Number & value, Number fallback, int newLine)
 {
     if (writing)
-        return value == fallback ? 0 : putAttribute(name, convertToNumber(static_cast<double>(value)), newLine);
+        return value == fallback ? 0 : putAttribute(name, convertToNumber(static_cast<double>(value)).view(), newLine);
     return orFallback(find(name, value), value, fallback);
 }
 
@@ -112,7 +141,7 @@ int CProjectXMLArchive::attributeBool(CString const & name, int & value, int fal
 
 int CProjectXMLArchive::attribute(CString const & name, CIDBase & value, int newLine)
 {
-    if (writing) return putAttribute(name, idToString(value), newLine);
+    if (writing) return putAttribute(name, hexadecimal(value).view(), newLine);
     CString text;
     int const found = findAttribute(name, text);
     if (found) stringToHandle(text, value);
@@ -122,7 +151,7 @@ int CProjectXMLArchive::attribute(CString const & name, CIDBase & value, int new
 
 int CProjectXMLArchive::attribute(CString const & name, CColor & value)
 {
-    if (writing) return putAttribute(name, orvane::colorText(value), 1);
+    if (writing) return putAttribute(name, orvane::colorText(value).view(), 1);
     CString text;
     return findAttribute(name, text) && orvane::parseColor(text.view(), value);
 }
@@ -133,7 +162,7 @@ int CProjectXMLArchive::words(CString const & name, Words & value, bool sorted)
     if (writing)
     {
         if (value.IsEmpty()) return 0;
-        if (value.GetSize() == 1) return putAttribute(name, convertToNumber(value.GetAt(0)), 1);
+        if (value.GetSize() == 1) return putAttribute(name, convertToNumber(value.GetAt(0)).view(), 1);
         putWords(name, value);
         return 1;
     }
@@ -237,16 +266,7 @@ bool CProjectXMLArchive::findWords(CString const & name, std::vector<unsigned sh
 
 CString CProjectXMLArchive::idToString(CIDBase const & id)
 {
-    constexpr char digits[] = "0123456789abcdef";
-    std::string_view const bytes = id.keyBytes();
-    CString text;
-    for (auto byte = bytes.rbegin(); byte != bytes.rend(); ++byte)
-    {
-        auto const number = static_cast<unsigned char>(*byte);
-        text += digits[number >> 4];
-        text += digits[number & 0xF];
-    }
-    return text;
+    return CString(hexadecimal(id).view());
 }
 
 void CProjectXMLArchive::stringToHandle(CString const & text, CIDBase & id)

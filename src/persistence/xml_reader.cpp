@@ -242,6 +242,7 @@ private:
     std::unique_ptr<xercesc::XMLTranscoder> transcoder;
     Progress progress;
     int depth = 0;
+    std::string plainText;
 };
 
 int CProjectXMLArchive::parse(CString const & fileName, IProjectXMLTagProcessor * processor)
@@ -290,6 +291,16 @@ bool CProjectXMLArchive::CParser::parse(CFile & file)
 
 CString CProjectXMLArchive::CParser::utf8(Character const * text)
 {
+    if (!text) return {};
+    // Nearly all texts are of characters that are one byte each.
+    Character const * end = text;
+    while (*end != 0 && *end < 0x80) ++end;
+    if (*end == 0)
+    {
+        plainText.resize(static_cast<std::size_t>(end - text));
+        std::transform(text, end, plainText.begin(), [](Character character) { return static_cast<char>(character); });
+        return CString(std::string_view(plainText));
+    }
     xercesc::TranscodeToStr const bytes(text, transcoder.get(), &memory);
     return CString(std::string_view(reinterpret_cast<char const *>(bytes.str()), bytes.length()));
 }
@@ -301,7 +312,7 @@ void CProjectXMLArchive::CParser::startElement(Character const * uri, Character 
     if (archive.failed) return;
     archive.attributes->RemoveAll();
     for (XMLSize_t each = 0; each < attributes.getLength(); ++each)
-        archive.attributes->Add(CAttribute(utf8(attributes.getQName(each)), utf8(attributes.getValue(each))));
+        archive.attributes->add(utf8(attributes.getQName(each)), utf8(attributes.getValue(each)));
     bool const hasNamespace = archive.useNamespaces && uri && *uri;
     archive.currentTag =
         hasNamespace ? utf8(uri) + ":" + utf8(localName) : utf8(archive.useNamespaces ? localName : qualifiedName);

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdarg>
 #include <cstdint>
-#include <utility>
 
 #include "config/text_tools.h"
 #include "persistence/compressed_file.h"
@@ -90,31 +89,37 @@ void CProjectXMLArchive::close()
 
 void CProjectXMLArchive::put(std::string_view text)
 {
-    if (!writing || (!outputString && !file)) return;
-    pending += text;
-    if (outputString || pending.size() >= deliverySize) deliver();
+    if (!writing) return;
+    if (outputString) *outputString += CString(text);
+    else if (file) pending += text;
+    if (pending.size() >= deliverySize) deliver();
 }
 
-// Hands on what was written. What the file refuses is gone: it is not offered a second time.
+// Hands on what was written, and keeps the room for what comes. What the file refuses is gone: it is not offered a
+// second time.
 void CProjectXMLArchive::deliver()
 {
-    std::string const bytes = std::exchange(pending, {});
-    if (outputString) *outputString += CString(std::string_view(bytes));
-    else if (file && !bytes.empty()) file->Write(bytes.data(), static_cast<unsigned int>(bytes.size()));
+    struct Emptied
+    {
+        ~Emptied() { text.clear(); }
+        std::string & text;
+    };
+    Emptied const emptied{pending};
+    if (file && !pending.empty()) file->Write(pending.data(), static_cast<unsigned int>(pending.size()));
 }
 
-CString CProjectXMLArchive::indentation(int furtherBlanks) const
+std::string_view CProjectXMLArchive::indentation(int furtherBlanks) const
 {
-    std::int64_t const blanks = std::int64_t{indentLevel} * blanksPerLevel + furtherBlanks;
-    return CString(' ', static_cast<int>(std::min<std::int64_t>(blanks, furthestIndentation)));
+    static std::string const blanks(furthestIndentation, ' ');
+    std::int64_t const wanted = std::int64_t{indentLevel} * blanksPerLevel + furtherBlanks;
+    return std::string_view(blanks).substr(0, static_cast<std::size_t>(wanted));
 }
 
 void CProjectXMLArchive::putLine(std::string_view text)
 {
-    std::string line(indentation().view());
-    line += text;
-    line += '\n';
-    put(line);
+    put(indentation());
+    put(text);
+    put("\n");
 }
 
 void CProjectXMLArchive::format(char const * format, ...)
@@ -134,14 +139,14 @@ void CProjectXMLArchive::out(CString const & text)
 
 void CProjectXMLArchive::outStartTag(CString const & name)
 {
-    put(indentation().view());
+    put(indentation());
     put("<");
     put(name.view());
 }
 
 void CProjectXMLArchive::outEndTag(int indentFirst)
 {
-    if (indentFirst) put(indentation().view());
+    if (indentFirst) put(indentation());
     put(">\n");
 }
 
@@ -184,7 +189,8 @@ void CProjectXMLArchive::out(int count, unsigned char const * bytes)
 
 void CProjectXMLArchive::startEntity(CString const & name)
 {
-    out("<" + name);
+    outStartTag(name);
+    put("\n");
     indent();
 }
 

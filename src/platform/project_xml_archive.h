@@ -160,10 +160,10 @@ private:
     void put(std::string_view text);
     void putLine(std::string_view text);
     void deliver();
-    CString indentation(int furtherBlanks = 0) const;
-    int putAttribute(CString const & name, CString const & value, int newLine);
+    std::string_view indentation(int furtherBlanks = 0) const;
+    int putAttribute(CString const & name, std::string_view value, int newLine);
     int putText(CString const & name, CString const & value, CString const & fallback, int newLine,
-                CString const & behindLineFeed);
+                int furtherBlanks);
     void putWords(CString const & name, CWordArray const & words);
     bool findWords(CString const & name, std::vector<unsigned short> & words) const;
     template <class Value>

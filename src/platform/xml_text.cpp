@@ -25,13 +25,13 @@ struct Entity
 
 // In the order of replacement, both ways.
 constexpr Entity entities[] = {{"&", "&amp;"}, {"<", "&lt;"}, {">", "&gt;"}, {"\"", "&quot;"}, {"'", "&apos;"}};
-constexpr std::string_view blanks = " \t\n\v\f\r";
+constexpr std::string_view whitespace = " \t\n\v\f\r";
 
 // Takes a number off the front of the text. A plus sign, which from_chars does not know, is passed over.
 template <class Number>
 std::from_chars_result takeNumber(std::string_view & text, Number & value)
 {
-    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+    text.remove_prefix(std::min(text.find_first_not_of(whitespace), text.size()));
     bool const hasPlus = text.starts_with('+') && text.size() > 1 && text[1] != '-';
     if (hasPlus) text.remove_prefix(1);
     std::from_chars_result const result = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -108,7 +108,7 @@ CString withParagraphLines(CString const & text)
 
 bool parseNumber(std::string_view text, int & value)
 {
-    bool const isNegative = text.substr(std::min(text.find_first_not_of(blanks), text.size())).starts_with('-');
+    bool const isNegative = text.substr(std::min(text.find_first_not_of(whitespace), text.size())).starts_with('-');
     int number = 0;
     std::errc const error = takeNumber(text, number).ec;
     if (error == std::errc::invalid_argument) return false;

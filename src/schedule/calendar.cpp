@@ -361,3 +361,23 @@ void CCalendar::Serialize(CProjectArchive & archive)
     if (inUse.getValue()) archive.exchange(week, exceptions, dayTypes, normalDayInUse);
     if (archive.IsLoading()) contentChanged();
 }
+
+// Nobody asks for working time between the elements of a calendar that is being read: its exceptions and day types
+// arrive in their arrays after this calendar was told of them.
+void CCalendar::xmlSerialize(CProjectXMLArchive & archive)
+{
+    if (archive.isLoading()) contentChanged();
+    if (archive.isLoading() && !archive.isTag("Calendar"))
+    {
+        if (inUse.getValue()) exchangeChildren(archive);
+        return;
+    }
+    archive.startEntity("Calendar");
+    inUse.xmlSerialize(archive, "inUse");
+    id.xmlSerialize(archive, "ID");
+    if (inUse.getValue()) normalDayInUse.xmlSerialize(archive, "normalDayInUse");
+    archive.out(">");
+    if (inUse.getValue()) exchangeChildren(archive);
+    archive.endEntity("</Calendar>");
+    if (archive.isLoading()) archive.setTagProcessor(this);
+}

@@ -27,7 +27,7 @@ enum class Edge;
 // All arithmetic is on the clock as it stands in the calendar, in whole minutes. A time that is not valid
 // gives a time that is not valid, zero or false; so does a search that leaves the years that times can
 // hold. Odd calendars (blocks in disorder, no working time at all) give odd but bounded answers.
-class CCalendar : public orvane::CRecord<CCalendar>
+class CCalendar : public orvane::CRecord<CCalendar>, public IProjectXMLTagProcessor
 {
 public:
     // As clear(false) leaves it.
@@ -113,6 +113,8 @@ public:
 
     // What a calendar that is not in use holds is not stored.
     void Serialize(CProjectArchive & archive);
+    // The same in a document. The exceptions in it are read under another name than they are written.
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CCalendar>;
@@ -171,7 +173,5 @@ private:
     struct Table;
     mutable std::shared_ptr<Table const> table;
 };
-
-extern template class orvane::CRecord<CCalendar>;
 
 extern template class orvane::CRecord<CCalendar>;

@@ -1,6 +1,7 @@
 #include "schedule/calendar_day_type.h"
 
 #include "schedule/working_time_day.h"
+#include "values/document_array_impl.h"
 #include "values/record_impl.h"
 
 using orvane::Clock;
@@ -32,10 +33,10 @@ CProjectTimeOfDay moved(CCalendarDayType const & dayType, CProjectTimeOfDay cons
 template <class Visit>
 void CCalendarDayType::describe(Visit && visit)
 {
-    visit("id", &CCalendarDayType::id);
+    visit("ID", &CCalendarDayType::id);
     visit("description", &CCalendarDayType::description);
     visit("color", &CCalendarDayType::color);
-    visit("dayType", &CCalendarDayType::dayType);
+    visit("daytype", &CCalendarDayType::dayType);
     visit("timeBlocks", &CCalendarDayType::timeBlocks);
 }
 
@@ -165,4 +166,22 @@ CProjectTimeOfDay CCalendarDayType::getStartOfNextTimeBlockInRotation(CProjectTi
 CProjectTimeOfDay CCalendarDayType::getEndOfPreviousTimeBlockInRotation(CProjectTimeOfDay const & time) const
 {
     return CWorkingDay(timeBlocks).rotated(Clock::of(time), Direction::backward).timeOfDay();
+}
+
+// ---- the document ---------------------------------------------------------------------------------
+
+void CCalendarDayType::xmlSerialize(CProjectXMLArchive & archive)
+{
+    if (archive.isLoading() && !archive.isTag("CalendarDayType")) return exchangeChildren(archive);
+    archive.startEntity("CalendarDayType");
+    exchangeAttributes(archive);
+    archive.out(">");
+    exchangeChildren(archive);
+    archive.endEntity("</CalendarDayType>");
+    if (archive.isLoading()) archive.setTagProcessor(this);
+}
+
+void CCalendarDayTypeArray::xmlSerialize(CProjectXMLArchive & archive)
+{
+    orvane::exchangeElements(archive, *this, "CalendarDayTypes", "CalendarDayType");
 }

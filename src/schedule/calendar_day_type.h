@@ -15,7 +15,7 @@
 // every question has a bounded answer. A moment that two touching blocks share belongs to the earlier. A
 // start is valid in start <= t < end, an end in start < t <= end, and time goes in whole minutes. Where no
 // time answers a question, the answer is a time of day that is not valid.
-class CCalendarDayType : public orvane::CRecord<CCalendarDayType>
+class CCalendarDayType : public orvane::CRecord<CCalendarDayType>, public IProjectXMLTagProcessor
 {
 public:
     // A normal working day without blocks, under a fresh identifier or a given one.
@@ -75,6 +75,8 @@ public:
     CProjectTimeOfDay getStartOfNextTimeBlockInRotation(CProjectTimeOfDay const & time) const;
     CProjectTimeOfDay getEndOfPreviousTimeBlockInRotation(CProjectTimeOfDay const & time) const;
 
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+
 private:
     friend class orvane::CRecord<CCalendarDayType>;
     template <class Visit>
@@ -89,8 +91,9 @@ private:
 
 extern template class orvane::CRecord<CCalendarDayType>;
 
-extern template class orvane::CRecord<CCalendarDayType>;
-
-class CCalendarDayTypeArray : public orvane::CIdentifiedArray<CCalendarDayTypeArray, CCalendarDayType>
+class CCalendarDayTypeArray : public orvane::CIdentifiedArray<CCalendarDayTypeArray, CCalendarDayType>,
+                              public IProjectXMLTagProcessor
 {
+public:
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 };

@@ -1,5 +1,6 @@
 #include "schedule/calendar_exception.h"
 
+#include "values/document_array_impl.h"
 #include "values/record_impl.h"
 
 template <class Visit>
@@ -16,7 +17,8 @@ CCalendarException::CCalendarException(CProjectDate const & date, CCalendarDayTy
 {
 }
 
-CCalendarExceptionArray::CCalendarExceptionArray(CCalendarExceptionArray const & other) : CTypedArray(other)
+CCalendarExceptionArray::CCalendarExceptionArray(CCalendarExceptionArray const & other)
+    : CTypedArray(other), IProjectXMLTagProcessor(other)
 {
     changed = other.isSorted();
 }
@@ -37,4 +39,16 @@ int CCalendarExceptionArray::findByDate(CProjectDate const & date) const
 {
     if (!IsEmpty() && !isSorted()) changed = true;
     return findByKey(date);
+}
+
+void CCalendarException::xmlSerialize(CProjectXMLArchive & archive)
+{
+    archive.startEntity("CalendarException");
+    exchangeAttributes(archive);
+    archive.endEntity();
+}
+
+void CCalendarExceptionArray::xmlSerialize(CProjectXMLArchive & archive)
+{
+    orvane::exchangeElements(archive, *this, "CalendarDays", "CalendarDay");
 }

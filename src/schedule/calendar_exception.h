@@ -6,7 +6,7 @@
 #include "values/typed_array.h"
 
 // On this date the calendar's day type is that one instead of the week's.
-class CCalendarException : public orvane::CRecord<CCalendarException>
+class CCalendarException : public orvane::CRecord<CCalendarException>, public IProjectXMLTagProcessor
 {
 public:
     CCalendarException() = default;
@@ -16,6 +16,9 @@ public:
     void setDate(CProjectDate const & value) { date = value; }
     CCalendarDayTypeID const & getCalendarDayTypeID() const { return dayTypeID; }
     void setCalendarDayTypeID(CCalendarDayTypeID const & value) { dayTypeID = value; }
+
+    // Reads whatever element it is given.
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CCalendarException>;
@@ -28,12 +31,11 @@ private:
 
 extern template class orvane::CRecord<CCalendarException>;
 
-extern template class orvane::CRecord<CCalendarException>;
-
 // The exceptions of a calendar. Unlike its kin this array counts being sorted as a change, and a copy is
 // changed when its source was sorted. Files do not show it, but what asks for the flags does.
 class CCalendarExceptionArray
-    : public orvane::CTypedArray<CCalendarExceptionArray, CCalendarException, &CCalendarException::getDate>
+    : public orvane::CTypedArray<CCalendarExceptionArray, CCalendarException, &CCalendarException::getDate>,
+      public IProjectXMLTagProcessor
 {
 public:
     CCalendarExceptionArray() = default;
@@ -47,6 +49,9 @@ public:
     {
         if (!isSorted()) sortUnsorted();
     }
+
+    // Exceptions are read under another name than they are written: "CalendarDay".
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     void sortUnsorted() const;

@@ -59,3 +59,13 @@ void CCalendarWeek::Serialize(CProjectArchive & archive)
     CRecord::Serialize(archive);
     changed = true;
 }
+
+void CCalendarWeek::xmlSerialize(CProjectXMLArchive & archive)
+{
+    if (archive.isLoading() && !archive.isTag("CalendarWeek")) return;
+    archive.startEntity("CalendarWeek");
+    exchangeAttributes(archive);
+    archive.endEntity();
+    // Documents have what follows one level further in.
+    archive.indent();
+}

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "platform/project_xml_archive.h"
 #include "values/identifiers.h"
 #include "values/record.h"
 
 // Which day type each day of the week has. Days are numbered from 1 for Sunday to 7 for Saturday.
-class CCalendarWeek : public orvane::CRecord<CCalendarWeek>
+class CCalendarWeek : public orvane::CRecord<CCalendarWeek>, public IProjectXMLTagProcessor
 {
 public:
     // For any other number one identifier that belongs to no day type.
@@ -14,6 +15,7 @@ public:
 
     // Flags the week, also when storing.
     void Serialize(CProjectArchive & archive);
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CCalendarWeek>;
@@ -31,7 +33,5 @@ private:
     CCalendarDayTypeID friday{orvane::nullID};
     CCalendarDayTypeID saturday{orvane::nullID};
 };
-
-extern template class orvane::CRecord<CCalendarWeek>;
 
 extern template class orvane::CRecord<CCalendarWeek>;

@@ -134,3 +134,11 @@ void CPermissions::spreadTaskRights()
     writeTaskRiskCosts = writeTaskReportCosts = writeTaskCosts;
     readTaskRiskCosts = readTaskReportCosts = readTaskCosts;
 }
+
+void CPermissions::xmlSerialize(CProjectXMLArchive & archive)
+{
+    if (archive.isLoading() && !archive.isTag("Permissions")) return;
+    archive.startEntity("Permissions");
+    exchangeAttributes(archive);
+    archive.endEntity();
+}

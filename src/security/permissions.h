@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/project_xml_archive.h"
 #include "values/enumerations.h"
 #include "values/record.h"
 
@@ -13,7 +14,7 @@ class CUser;
 // and nobody is their customer; roles have neither, so that only All opens them.
 //
 // All opens also what does not exist; a user without a company is neither supplier nor customer.
-class CPermissions : public orvane::CRecord<CPermissions>
+class CPermissions : public orvane::CRecord<CPermissions>, public IProjectXMLTagProcessor
 {
 public:
     // Who asks, and for what. Pointers may be null.
@@ -102,6 +103,7 @@ public:
     void setWriteRoles(CAccessType const & value) { writeRoles = value; }
 
     void Serialize(CProjectArchive & archive);
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CPermissions>;

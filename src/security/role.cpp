@@ -1,5 +1,6 @@
 #include "security/role.h"
 
+#include "values/document_array_impl.h"
 #include "values/record_impl.h"
 
 template <class Visit>
@@ -77,4 +78,19 @@ void CRole::setToDefaultGuestRole()
     id.setGUID("fdbd6121365ee64781859d4a60cf4ff0");
     name = "Guest";
     permissions = defaultPermissions(&DefaultRight::guest);
+}
+
+void CRole::xmlSerialize(CProjectXMLArchive & archive)
+{
+    archive.startEntity("Role");
+    exchangeAttributes(archive);
+    archive.out(">");
+    exchangeChildren(archive);
+    archive.endEntity("</Role>");
+}
+
+void CRoleArray::xmlSerialize(CProjectXMLArchive & archive)
+{
+    if (orvane::readWrapper(archive, *this, "Role") || !archive.isStoring()) return;
+    orvane::writeWrapper(archive, "Roles", GetSize(), [&](int each) { elementForPass(each).xmlSerialize(archive); });
 }

@@ -6,7 +6,7 @@
 #include "values/typed_array.h"
 
 // A named set of permissions that users of a project share.
-class CRole : public orvane::CRecord<CRole>
+class CRole : public orvane::CRecord<CRole>, public IProjectXMLTagProcessor
 {
 public:
     // "New Role", which grants nothing, under a fresh identity.
@@ -28,6 +28,9 @@ public:
     // By permissions.
     bool operator>(CRole const & other) const { return permissions > other.permissions; }
 
+    // Reads its attributes from whatever element it is given, its permissions from theirs.
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+
 private:
     friend class orvane::CRecord<CRole>;
     template <class Visit>
@@ -39,4 +42,9 @@ private:
 };
 extern template class orvane::CRecord<CRole>;
 
-class CRoleArray : public orvane::CIdentifiedArray<CRoleArray, CRole> {};
+class CRoleArray : public orvane::CIdentifiedArray<CRoleArray, CRole>, public IProjectXMLTagProcessor
+{
+public:
+    // Roles are written and never read: an element "Role" empties the array.
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+};

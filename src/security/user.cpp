@@ -3,6 +3,7 @@
 #include "model/project.h"
 #include "platform/host.h"
 #include "model/user_job_function.h"
+#include "values/document_array_impl.h"
 #include "values/record_impl.h"
 
 template <class Visit>
@@ -98,4 +99,29 @@ void CUser::Serialize(CProjectArchive & archive)
     archive.exchangeSince(17, roleID, CRoleID::getNULL());
     archive.exchangeSince(18, companyID, CCompanyID::getNULL());
     archive.exchangeSince(18, permissions, CPermissions());
+}
+
+void CUser::xmlSerialize(CProjectXMLArchive & archive)
+{
+    archive.startEntity("User");
+    id.xmlSerialize(archive, "ID");
+    name.xmlSerialize(archive, "name");
+    login.xmlSerialize(archive, "login");
+    email.xmlSerialize(archive, "email");
+    telephoneNumber.xmlSerialize(archive, "telephoneNumber");
+    mobileTelephoneNumber.xmlSerialize(archive, "mobile");
+    roleID.xmlSerialize(archive, "RoleID");
+    companyID.xmlSerialize(archive, "CompanyID");
+    archive.out(">");
+    permissions.xmlSerialize(archive);
+    archive.endEntity("</User>");
+}
+
+void CUserArray::xmlSerialize(CProjectXMLArchive & archive)
+{
+    orvane::exchangeElements(archive, *this, "Users", nullptr);
+    if (!archive.isTag("User")) return;
+    CUser user;
+    user.xmlSerialize(archive);
+    if (findByLogin(user.getLogin()) < 0) Add(user);
 }

@@ -9,7 +9,7 @@ class CProject;
 
 // Somebody who works on the project. What a user may do comes from the user's role and depends on the
 // company that the user belongs to; see CPermissions.
-class CUser : public orvane::CRecord<CUser>
+class CUser : public orvane::CRecord<CUser>, public IProjectXMLTagProcessor
 {
 public:
     // Nameless, with fresh identifiers of a role and a company that do not exist.
@@ -88,6 +88,8 @@ public:
     void setProject(CProject * value) { project = value; }
 
     void Serialize(CProjectArchive & archive);
+    // Without the password. Reads its attributes from whatever element it is given, its permissions from theirs.
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CUser>;
@@ -111,9 +113,12 @@ private:
 };
 extern template class orvane::CRecord<CUser>;
 
-class CUserArray : public orvane::CIdentifiedArray<CUserArray, CUser>
+class CUserArray : public orvane::CIdentifiedArray<CUserArray, CUser>, public IProjectXMLTagProcessor
 {
 public:
     // The position of the first user with exactly that login, or -1.
     int findByLogin(orvane::Text login) const;
+
+    // A user whose login is there already is not read a second time.
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 };

@@ -31,3 +31,8 @@ void C3DPresentation::Serialize(CProjectArchive & archive)
     archive.exchange(displayMode3D);
     archive.exchangeSince(41, lockMode3D, C3DPresentation().lockMode3D);
 }
+
+void C3DPresentation::xmlSerialize(CProjectXMLArchive & archive)
+{
+    exchangeAttributes(archive);
+}

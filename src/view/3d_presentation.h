@@ -1,11 +1,12 @@
 #pragma once
 
+#include "platform/project_xml_archive.h"
 #include "values/enumerations.h"
 #include "values/record.h"
 
 // What the 3D view presents. Its mode follows the selection while the setting AutoChoose3DMode is on; see
 // CPresentationData.
-class C3DPresentation : public orvane::CRecord<C3DPresentation>
+class C3DPresentation : public orvane::CRecord<C3DPresentation>, public IProjectXMLTagProcessor
 {
 public:
     // As after clear, and unchanged.
@@ -19,6 +20,9 @@ public:
     void set3DLockMode(C3DLockMode const & mode) { lockMode3D = mode; }
 
     void Serialize(CProjectArchive & archive);
+
+    // Attributes without an element of their own: read from whatever element is given.
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<C3DPresentation>;

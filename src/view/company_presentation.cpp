@@ -9,3 +9,10 @@ void CCompanyPresentation::describe(Visit && visit)
 }
 
 template class orvane::CRecord<CCompanyPresentation>;
+
+void CCompanyPresentation::xmlSerialize(CProjectXMLArchive & archive)
+{
+    archive.startEntity("companyPresentation");
+    exchangeAttributes(archive);
+    archive.endEntity();
+}

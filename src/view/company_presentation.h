@@ -10,6 +10,9 @@ public:
     CProjectColor const & getColor() const { return color; }
     void setColor(CProjectColor const & value) { color = value; }
 
+    // Reads whatever element it is given.
+    void xmlSerialize(CProjectXMLArchive & archive);
+
 private:
     friend class orvane::CRecord<CCompanyPresentation>;
     template <class Visit>

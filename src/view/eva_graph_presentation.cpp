@@ -25,3 +25,8 @@ void CEVAGraphPresentation::clear()
     displayBCWP = CProjectConfig::getEVAGraphDisplayBCWP();
     displayACWP = CProjectConfig::getEVAGraphDisplayACWP();
 }
+
+void CEVAGraphPresentation::xmlSerialize(CProjectXMLArchive & archive)
+{
+    exchangeAttributes(archive);
+}

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "platform/project_xml_archive.h"
 #include "values/record.h"
 #include "values/scalars.h"
 
 // Which curves the graph of earned value shows.
-class CEVAGraphPresentation : public orvane::CRecord<CEVAGraphPresentation>
+class CEVAGraphPresentation : public orvane::CRecord<CEVAGraphPresentation>, public IProjectXMLTagProcessor
 {
 public:
     // As after clear, and unchanged.
@@ -21,6 +22,9 @@ public:
     // The actual cost of work performed.
     CProjectBool const & getDisplayACWP() const { return displayACWP; }
     void setDisplayACWP(CProjectBool const & display) { displayACWP = display; }
+
+    // Attributes without an element of their own: read from whatever element is given.
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CEVAGraphPresentation>;

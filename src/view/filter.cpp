@@ -1,6 +1,7 @@
 #include "view/filter.h"
 
 #include "model/task.h"
+#include "values/document_array_impl.h"
 #include "values/record_impl.h"
 
 template <class Visit>
@@ -50,4 +51,18 @@ CString CFilter::getDescription() const
     tell(riskFilter, "Risk Filter Applied");
     tell(companyFilter, "Company Filter Applied");
     return description;
+}
+
+void CFilter::xmlSerialize(CProjectXMLArchive & archive)
+{
+    archive.startEntity("Filter ");
+    exchangeAttributes(archive);
+    archive.out(" >");
+    exchangeChildren(archive);
+    archive.endEntity("</Filter>");
+}
+
+void CFilterArray::xmlSerialize(CProjectXMLArchive & archive)
+{
+    orvane::exchangeElements(archive, *this, "Filters", "Filter");
 }

@@ -4,7 +4,7 @@
 
 // A named choice of the tasks that the views show, made of up to six questions. The project keeps its filters
 // with its content; which one is selected belongs to the views.
-class CFilter : public orvane::CRecord<CFilter>
+class CFilter : public orvane::CRecord<CFilter>, public IProjectXMLTagProcessor
 {
 public:
     CFilterID const & getID() const { return id; }
@@ -41,6 +41,9 @@ public:
     void forget(CResourceID const & resource) { resourcesFilter.removeResource(resource); }
     void forget(CRiskID const & risk) { riskFilter.removeRisk(risk); }
 
+    // Reads its attributes from whatever element it is given, its questions from theirs.
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+
 private:
     friend class orvane::CRecord<CFilter>;
     template <class Visit>
@@ -59,4 +62,8 @@ private:
 
 extern template class orvane::CRecord<CFilter>;
 
-class CFilterArray : public orvane::CIdentifiedArray<CFilterArray, CFilter> {};
+class CFilterArray : public orvane::CIdentifiedArray<CFilterArray, CFilter>, public IProjectXMLTagProcessor
+{
+public:
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+};

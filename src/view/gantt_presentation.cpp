@@ -62,3 +62,8 @@ CProjectTime CGanttPresentation::worldToTime(double x) const
     if (zoom.getValue() == 0) return CProjectTime();
     return viewStartTime + CProjectDuration(orvane::saturate<std::int32_t>(x / zoom.getValue()));
 }
+
+void CGanttPresentation::xmlSerialize(CProjectXMLArchive & archive)
+{
+    exchangeAttributes(archive);
+}

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/project_xml_archive.h"
 #include "values/date_time.h"
 #include "values/duration.h"
 #include "values/record.h"
@@ -9,7 +10,7 @@
 //
 // World coordinates are what the chart draws in: they run to the right, from 0 at the start of the view,
 // `zoom` of them a second.
-class CGanttPresentation : public orvane::CRecord<CGanttPresentation>
+class CGanttPresentation : public orvane::CRecord<CGanttPresentation>, public IProjectXMLTagProcessor
 {
 public:
     // As after clear, and unchanged.
@@ -43,6 +44,9 @@ public:
     double dateToWorld(CProjectDate const & date) const { return toWorld(date.getCTime()); }
     // To the whole minute toward the start of the view; not valid while the zoom, out of a file, is 0.
     CProjectTime worldToTime(double x) const;
+
+    // Attributes without an element of their own: read from whatever element is given.
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CGanttPresentation>;

@@ -33,3 +33,11 @@ void CNavigatorPresentation::clear()
     locationResourcesExpanded = CProjectConfig::getLocationResourcesExpanded();
     materialResourcesExpanded = CProjectConfig::getMaterialResourcesExpanded();
 }
+
+void CNavigatorPresentation::xmlSerialize(CProjectXMLArchive & archive)
+{
+    if (archive.isLoading() && !archive.isTag("NavigatorPresentation")) return;
+    archive.startEntity("NavigatorPresentation");
+    exchangeAttributes(archive);
+    archive.endEntity();
+}

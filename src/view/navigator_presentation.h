@@ -1,12 +1,13 @@
 #pragma once
 
+#include "platform/project_xml_archive.h"
 #include "values/enumerations.h"
 #include "values/identifiers.h"
 #include "values/record.h"
 #include "values/scalars.h"
 
 // What the navigator lists of companies and resources, and which of its groups are open.
-class CNavigatorPresentation : public orvane::CRecord<CNavigatorPresentation>
+class CNavigatorPresentation : public orvane::CRecord<CNavigatorPresentation>, public IProjectXMLTagProcessor
 {
 public:
     // As after clear, and unchanged.
@@ -30,6 +31,8 @@ public:
     void setLocationResourcesExpanded(CProjectBool const & expanded) { locationResourcesExpanded = expanded; }
     CProjectBool const & getMaterialResourcesExpanded() const { return materialResourcesExpanded; }
     void setMaterialResourcesExpanded(CProjectBool const & expanded) { materialResourcesExpanded = expanded; }
+
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CNavigatorPresentation>;

@@ -378,3 +378,27 @@ void CPresentationData::Serialize(CProjectArchive & archive)
     archive.exchangeSince(42, primarySelectedSceneEntityID, CEntityID::getNULL());
     archive.exchangeSince(42, selectedSceneEntityID, CEntityIDArray());
 }
+
+// While reading, the groups without an element of their own have nothing to be found in.
+void CPresentationData::xmlSerialize(CProjectXMLArchive & archive)
+{
+    bool const isOwn = archive.isStoring() || archive.isTag("PresentationData");
+    archive.startEntity("PresentationData");
+    if (isOwn) exchangeAttributes(archive);
+    archive.out(">");
+    archive.out("<selectedTaskIDs>");
+    archive.indent();
+    selectedTaskID.xmlSerialize(archive);
+    archive.undent();
+    archive.out("</selectedTaskIDs>");
+    resourceUtilisationPresentation.xmlSerialize(archive);
+    if (archive.isStoring()) evaGraphPresentation.xmlSerialize(archive);
+    navigatorPresentation.xmlSerialize(archive);
+    if (archive.isStoring()) presentation3D.xmlSerialize(archive);
+    if (archive.isStoring()) ganttPresentation.xmlSerialize(archive);
+    resourcePresentations.xmlSerialize(archive);
+    riskPresentations.xmlSerialize(archive);
+    taskPresentations.xmlSerialize(archive);
+    archive.endEntity("</PresentationData>");
+    if (archive.isLoading() && isOwn) archive.setTagProcessor(this);
+}

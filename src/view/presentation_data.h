@@ -19,7 +19,7 @@ class CProject;
 // The state of the views: what is selected, how each view is set up, and how the items in them are shown.
 // It is saved with the project and is no part of its content. It holds identifiers only; whether one still
 // means something is seen when it is used.
-class CPresentationData : public orvane::CRecord<CPresentationData>
+class CPresentationData : public orvane::CRecord<CPresentationData>, public IProjectXMLTagProcessor
 {
 public:
     // An empty selection, no entries, and views as the settings tell.
@@ -129,6 +129,9 @@ public:
     CTaskPresentationMap const & getTaskPresentations() const { return taskPresentations; }
 
     void Serialize(CProjectArchive & archive);
+    // What stands in a document as bare lines is written only: after reading no task is selected, and the curves,
+    // the 3D view and the Gantt chart are as they were. Selected entities are not in it.
+    void xmlSerialize(CProjectXMLArchive & archive) override;
     // A file of its own. 1, or 0 when it cannot be opened, which the user is told; what goes wrong later throws.
     int saveToFile(CString const & fileName);
     int readFromFile(CString const & fileName);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/map.h"
+#include "platform/project_xml_archive.h"
 #include "values/identifiers.h"
 #include "view/task_presentation.h"
 #include "view/tree_presentation.h"
@@ -11,9 +12,11 @@ namespace orvane
 {
 
 // How each object of a kind is shown, under the object's identifier, with a flag that takes part in
-// change tracking. A member of the family derives from this with its key and value classes.
-template <class Self, class Key, class Value>
-class CPresentationMap : public CDynamic<Self, CMap<Key, Key const &, Value, Value const &>>
+// change tracking. A member of the family derives from this with its key and value classes and its name in
+// documents.
+template <class Self, class Key, class Value, Literal name>
+class CPresentationMap : public CDynamic<Self, CMap<Key, Key const &, Value, Value const &>>,
+                         public IProjectXMLTagProcessor
 {
     using Base = CDynamic<Self, CMap<Key, Key const &, Value, Value const &>>;
 
@@ -54,6 +57,10 @@ public:
             SetAt(key, value);
         }
     }
+
+    // An element for each entry, with the identifier's element and the presentation's in it. An entry that is read
+    // without an identifier is dropped.
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
     // Enters the value, or puts it in the place of the one that is there.
     void SetAt(Key const & key, Value const & value)
@@ -96,14 +103,20 @@ private:
         return same;
     }
 
+    void read(CProjectXMLArchive & archive, CString const & item);
+
     bool changed = false;
+    // Of the entry that is being read from a document.
+    Key readKey{nullID};
 };
 
 }  // namespace orvane
 
 // clang-format off
-class CResourcePresentationMap
-    : public orvane::CPresentationMap<CResourcePresentationMap, CResourceID, CResourcePresentation> {};
-class CRiskPresentationMap : public orvane::CPresentationMap<CRiskPresentationMap, CRiskID, CRiskPresentation> {};
-class CTaskPresentationMap : public orvane::CPresentationMap<CTaskPresentationMap, CTaskID, CTaskPresentation> {};
+class CResourcePresentationMap : public orvane::CPresentationMap<CResourcePresentationMap, CResourceID,
+                                                                 CResourcePresentation, "ResourcePresentationMap"> {};
+class CRiskPresentationMap
+    : public orvane::CPresentationMap<CRiskPresentationMap, CRiskID, CRiskPresentation, "RiskPresentationMap"> {};
+class CTaskPresentationMap
+    : public orvane::CPresentationMap<CTaskPresentationMap, CTaskID, CTaskPresentation, "TaskPresentationMap"> {};
 // clang-format on

@@ -27,3 +27,11 @@ void CResourceUtilisationPresentation::clear()
     displayUtilisationChartFor = CProjectConfig::getDisplayUtilisationChartFor();
     evaluateToTheMinute = CProjectConfig::getResourceUtilizationEvaluateToTheMinute();
 }
+
+void CResourceUtilisationPresentation::xmlSerialize(CProjectXMLArchive & archive)
+{
+    if (archive.isLoading() && !archive.isTag("ResourceUtilisationPresentation")) return;
+    archive.startEntity("ResourceUtilisationPresentation");
+    exchangeAttributes(archive);
+    archive.endEntity();
+}

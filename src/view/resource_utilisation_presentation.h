@@ -1,11 +1,13 @@
 #pragma once
 
+#include "platform/project_xml_archive.h"
 #include "values/enumerations.h"
 #include "values/record.h"
 #include "values/scalars.h"
 
 // How the charts of the use of resources are set up.
-class CResourceUtilisationPresentation : public orvane::CRecord<CResourceUtilisationPresentation>
+class CResourceUtilisationPresentation : public orvane::CRecord<CResourceUtilisationPresentation>,
+                                         public IProjectXMLTagProcessor
 {
 public:
     // As after clear, and unchanged.
@@ -25,6 +27,8 @@ public:
     // Whether use is computed to the minute.
     CProjectBool const & getEvaluateToTheMinute() const { return evaluateToTheMinute; }
     void setEvaluateToTheMinute(CProjectBool const & exact) { evaluateToTheMinute = exact; }
+
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CResourceUtilisationPresentation>;

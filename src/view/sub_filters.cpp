@@ -203,3 +203,61 @@ void CCompanyFilter::Serialize(CProjectArchive & archive)
     archive.exchange(inUse, companyIncluded);
     archive.exchangeSince(37, mode, CCompanyFilterMode(CCompanyFilterMode::ResourceOwner));
 }
+
+// ---- the document ---------------------------------------------------------------------------------
+
+// Some tags are written with a blank behind their name.
+
+void CNameFilter::xmlSerialize(CProjectXMLArchive & archive)
+{
+    if (archive.isLoading() && !archive.isTag("NameFilter")) return names.xmlSerialize(archive);
+    archive.startEntity("NameFilter ");
+    exchangeAttributes(archive);
+    archive.out(">");
+    names.xmlSerialize(archive, "Names");
+    archive.endEntity("</NameFilter>");
+    if (archive.isLoading()) archive.setTagProcessor(this);
+}
+
+void CDateRangeFilter::xmlSerialize(CProjectXMLArchive & archive)
+{
+    if (archive.isLoading() && !archive.isTag("DateRangeFilter")) return;
+    archive.startEntity("DateRangeFilter ");
+    exchangeAttributes(archive);
+    archive.endEntity();
+}
+
+void CStatusFilter::xmlSerialize(CProjectXMLArchive & archive)
+{
+    if (archive.isLoading() && !archive.isTag("StatusFilter")) return;
+    archive.startEntity("StatusFilter ");
+    exchangeAttributes(archive);
+    archive.endEntity(" />");
+}
+
+template <class Self>
+void orvane::CSubFilter<Self>::exchangeElement(CProjectXMLArchive & archive, char const * name)
+{
+    if (archive.isLoading() && !archive.isTag(name)) return this->exchangeChildren(archive);
+    archive.startEntity(name);
+    this->exchangeAttributes(archive);
+    archive.out(">");
+    this->exchangeChildren(archive);
+    archive.endEntity("</" + CString(name) + ">");
+    if (archive.isLoading()) archive.setTagProcessor(this);
+}
+
+void CResourcesFilter::xmlSerialize(CProjectXMLArchive & archive)
+{
+    exchangeElement(archive, "ResourcesFilter");
+}
+
+void CRiskFilter::xmlSerialize(CProjectXMLArchive & archive)
+{
+    exchangeElement(archive, "RiskFilter");
+}
+
+void CCompanyFilter::xmlSerialize(CProjectXMLArchive & archive)
+{
+    exchangeElement(archive, "CompanyFilter");
+}

@@ -15,7 +15,7 @@ namespace orvane
 {
 
 template <class Self>
-class CSubFilter : public CRecord<Self>
+class CSubFilter : public CRecord<Self>, public IProjectXMLTagProcessor
 {
 public:
     CProjectBool const & getInUse() const { return inUse; }
@@ -26,6 +26,9 @@ protected:
     CSubFilter(CSubFilter const &) = default;
     CSubFilter & operator=(CSubFilter const &) = default;
     ~CSubFilter() override = default;
+
+    // An element of that name with the list of what is chosen.
+    void exchangeElement(CProjectXMLArchive & archive, char const * name);
 
     CProjectBool inUse{false};
 };
@@ -49,6 +52,8 @@ public:
 
     // False when not in use, and for a blank task.
     bool includeTask(CTask const & task) const;
+
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CNameFilter>;
@@ -75,6 +80,8 @@ public:
 
     // False when not in use, and for a blank task.
     bool includeTask(CTask const & task) const;
+
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CDateRangeFilter>;
@@ -108,6 +115,8 @@ public:
     // False when not in use, and for a blank or a summary task, whose status means nothing.
     bool includeTask(CTask const & task) const;
 
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+
 private:
     friend class orvane::CRecord<CStatusFilter>;
     template <class Visit>
@@ -134,6 +143,8 @@ public:
     // Whether in use or not.
     bool includeTask(CTask const & task) const;
 
+    void xmlSerialize(CProjectXMLArchive & archive) override;
+
 private:
     friend class orvane::CRecord<CResourcesFilter>;
     template <class Visit>
@@ -153,6 +164,8 @@ public:
 
     // Whether in use or not.
     bool includeTask(CTask const & task) const;
+
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CRiskFilter>;
@@ -179,6 +192,7 @@ public:
     bool includeTask(CTask const & task) const;
 
     void Serialize(CProjectArchive & archive);
+    void xmlSerialize(CProjectXMLArchive & archive) override;
 
 private:
     friend class orvane::CRecord<CCompanyFilter>;

@@ -10,3 +10,10 @@ void CTaskPresentation::describe(Visit && visit)
 }
 
 template class orvane::CRecord<CTaskPresentation>;
+
+void CTaskPresentation::xmlSerialize(CProjectXMLArchive & archive)
+{
+    archive.startEntity(documentTag);
+    exchangeAttributes(archive);
+    archive.endEntity();
+}

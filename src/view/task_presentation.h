@@ -7,12 +7,17 @@
 class CTaskPresentation : public orvane::CRecord<CTaskPresentation>
 {
 public:
+    static constexpr char const * documentTag = "TaskPresentation";
+
     // In pixels.
     CProjectInt const & getRowHeight() const { return rowHeight; }
     void setRowHeight(CProjectInt const & pixels) { rowHeight = pixels; }
     // Whether the rows below are seen; of no effect on a leaf.
     CProjectBool const & getShowChildren() const { return showChildren; }
     void setShowChildren(CProjectBool const & show) { showChildren = show; }
+
+    // Reads whatever element it is given.
+    void xmlSerialize(CProjectXMLArchive & archive);
 
 private:
     friend class orvane::CRecord<CTaskPresentation>;

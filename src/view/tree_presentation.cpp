@@ -9,5 +9,15 @@ void orvane::CTreePresentation<Self>::describe(Visit && visit)
     visit("showExpanded", &CTreePresentation::showExpanded);
 }
 
+template <class Self>
+void orvane::CTreePresentation<Self>::xmlSerialize(CProjectXMLArchive & archive)
+{
+    archive.startEntity(Self::documentTag);
+    this->exchangeAttributes(archive);
+    archive.endEntity();
+}
+
 template class orvane::CRecord<CResourcePresentation>;
 template class orvane::CRecord<CRiskPresentation>;
+template class orvane::CTreePresentation<CResourcePresentation>;
+template class orvane::CTreePresentation<CRiskPresentation>;

@@ -1,11 +1,10 @@
 #include "platform/project_xml_archive.h"
 
-#include <functional>
-
 #include <gtest/gtest.h>
 
 #include "persistence/compressed_file.h"
 #include "persistence/xml_attribute.h"
+#include "tests/support/document_text.h"
 #include "tests/support/recording_host.h"
 #include "tests/support/scratch_folder.h"
 #include "values/date_array.h"
@@ -70,45 +69,8 @@ namespace
 {
 
 using namespace orvane;
-using Action = std::function<void(CProjectXMLArchive &)>;
+using Action = DocumentAction;
 using std::string;
-
-// What the action writes into an element, without the frame of the document.
-string written(Action const & action)
-{
-    CString text;
-    CProjectXMLArchive archive;
-    EXPECT_EQ(archive.openForWrite(&text, "", 0, "r", "", ""), 1);
-    int const frame = text.GetLength();
-    action(archive);
-    return string(text.Mid(frame).view());
-}
-
-// Does the same for every element, and remembers what came.
-struct CReader : IProjectXMLTagProcessor
-{
-    explicit CReader(Action action = [](auto &) {}) : action(std::move(action)) {}
-    void xmlSerialize(CProjectXMLArchive & archive) override
-    {
-        tags += string(archive.tagName().view()) + ' ';
-        action(archive);
-    }
-    Action action;
-    string tags;
-};
-
-int parse(string const & document, IProjectXMLTagProcessor & processor)
-{
-    CScratchFolder const folder;
-    return CProjectXMLArchive().parse(folder.write("document.xml", document), &processor);
-}
-
-// The action reads from an element with what was written before.
-void readBack(string const & attributes, Action const & action)
-{
-    CReader reader(action);
-    EXPECT_EQ(parse("<r " + attributes + "/>", reader), 1) << attributes;
-}
 
 TEST(XmlArchiveTest, FramesADocumentAndItsLines)
 {
