@@ -30,8 +30,7 @@ bool canRedraw()
 
 }  // namespace
 
-Progress::Progress(std::string title)
-    : title(printable(title)), isShown(canRedraw()), next(Clock::now() + beforeFirst)
+Progress::Progress(std::string title) : title(printable(title)), isShown(canRedraw()), next(Clock::now() + beforeFirst)
 {
 }
 
@@ -45,8 +44,8 @@ void Progress::show(double share)
     if (!isShown || Clock::now() < next) return;
     constexpr int width = 30;
     int const full = static_cast<int>(std::clamp(share, 0.0, 1.0) * width);
-    std::cerr << fmt::format("\r{} [{:<{}}] {:3}%\033[K", title, std::string(static_cast<std::size_t>(full), '#'), width,
-                             full * 100 / width)
+    std::cerr << fmt::format("\r{} [{:<{}}] {:3}%\033[K", title, std::string(static_cast<std::size_t>(full), '#'),
+                             width, full * 100 / width)
               << std::flush;
     isDrawn = true;
     next = Clock::now() + betweenDrawings;

@@ -41,6 +41,7 @@ struct PlanCalendar
     std::map<std::int64_t, PlanDay> exceptions;
     // What the exceptions are called in the file, by day number, where they have a name.
     std::map<std::int64_t, std::string> exceptionNames;
+    friend bool operator==(PlanCalendar const &, PlanCalendar const &) = default;
 };
 
 enum class PlanLinkType { finishToFinish, finishToStart, startToFinish, startToStart };
@@ -64,6 +65,7 @@ struct PlanLink
     enum class Lag { work, clock, percent };
     Lag lagIn = Lag::work;
     double lag = 0;
+    friend bool operator==(PlanLink const &, PlanLink const &) = default;
 };
 
 struct PlanBaseline
@@ -71,12 +73,14 @@ struct PlanBaseline
     OptionalMinute start, finish;
     std::optional<Minute> duration;
     std::optional<double> cost;
+    friend bool operator==(PlanBaseline const &, PlanBaseline const &) = default;
 };
 
 struct PlanCost
 {
     std::string description;
     double amount = 0;
+    friend bool operator==(PlanCost const &, PlanCost const &) = default;
 };
 
 struct PlanTask
@@ -108,6 +112,7 @@ struct PlanTask
     std::vector<PlanLink> links;
     std::optional<PlanBaseline> baseline;
     double fixedCost = 0;
+    friend bool operator==(PlanTask const &, PlanTask const &) = default;
 };
 
 enum class PlanResourceKind { work, material, cost };
@@ -123,6 +128,7 @@ struct PlanResource
     // Money an hour (a unit of a material), for overtime, and for each use.
     double standardRate = 0, overtimeRate = 0, costPerUse = 0;
     std::string group, notes;
+    friend bool operator==(PlanResource const &, PlanResource const &) = default;
 };
 
 struct PlanAssignment
@@ -130,6 +136,9 @@ struct PlanAssignment
     int taskUID = -1;
     int resourceUID = -1;
     double units = 1;
+    // Of a cost resource, the money that it comes to on the task.
+    double cost = 0;
+    friend bool operator==(PlanAssignment const &, PlanAssignment const &) = default;
 };
 
 // What came in the file and has no place in the model, or came changed; `task` is empty for the whole schedule.
