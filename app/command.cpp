@@ -90,6 +90,7 @@ int run(int count, char const * const * arguments)
     addScene(program);
     addConfig(program);
     addVerify(program);
+    addGantt(program);
     int const result = runParsed(program, count, arguments);
     std::cout.flush();
     // A full disk behind a redirection must not pass for success.

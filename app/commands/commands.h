@@ -20,5 +20,6 @@ void addHistory(CLI::App & program);
 void addScene(CLI::App & program);
 void addConfig(CLI::App & program);
 void addVerify(CLI::App & program);
+void addGantt(CLI::App & program);
 
 }  // namespace orvane::app
