@@ -91,6 +91,7 @@ int run(int count, char const * const * arguments)
     addConfig(program);
     addVerify(program);
     addGantt(program);
+    addPlay(program);
     int const result = runParsed(program, count, arguments);
     std::cout.flush();
     // A full disk behind a redirection must not pass for success.

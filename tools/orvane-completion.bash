@@ -10,6 +10,7 @@ declare -gA _orvane_options=(
     [show]="--json --user"
     [dump]="--output --user"
     [gantt]="--output --from --to --paper --landscape --one-page --expand --collapsed --no-links --width --user"
+    [play]="--output --title --at --user"
     [apply]="--dry-run --stop-on-refusal --user"
     [undo]="--json --user"
     [redo]="--json --user"
@@ -27,7 +28,7 @@ _orvane_value()
         --date-order) COMPREPLY=($(compgen -W "day-first month-first" -- "$2")) ;;
         --paper) COMPREPLY=($(compgen -W "A4 A3 A2 A1" -- "$2")) ;;
         -o | --output) mapfile -t COMPREPLY < <(compgen -f -- "$2") ;;
-        --user | --start | --from | --to | --width) COMPREPLY=() ;;
+        --user | --start | --from | --to | --width | --title | --at) COMPREPLY=() ;;
         *) return 1 ;;
     esac
 }

@@ -68,9 +68,11 @@ void addPlay(CLI::App & program)
                    "  orvane play bridge.prj -o bridge.html\n"
                    "  orvane play bridge.prj -o bridge.html --title \"Bridge over the Ouse\" --at 2027-05-01");
     command.add_option("PROJECT", request->project, "the project file")->required();
-    command.add_option("-o,--output", request->output, "the page, a file of HTML; - is the standard output")->required();
+    command.add_option("-o,--output", request->output, "the page, a file of HTML; - is the standard output")
+        ->required();
     command.add_option("--title", request->title, "what the page is called; the name of the file unless given");
-    command.add_option("--at", request->at, "the time at which it opens; the focussed time, or the start, unless given")
+    command
+        .add_option("--at", request->at, "the time at which it opens; the focussed time, or the start, unless given")
         ->type_name("TIME");
     addLoginOption(command, request->login);
     onRun(command, [request] { return makePage(*request); });

@@ -549,8 +549,14 @@ private:
             else if (assigned.findByID(resource->id) >= 0)
                 lose(taskAt(each), fmt::format("a second assignment of \"{}\"", resource->plan->name));
             else
-                assigned.Add(CAssignedResource(CAssignedResourceID(), resource->id,
-                                               orvane::saturate<std::int32_t>(std::round(assignment->units * 100))));
+            {
+                int const percent = orvane::saturate<std::int32_t>(std::round(assignment->units * 100));
+                CAssignedResource use(CAssignedResourceID(), resource->id, percent);
+                // What is built in stays; people and plant go when their work is done.
+                if (resource->plan->kind == PlanResourceKind::material)
+                    use.setResourceProfileType(CResourceProfileType(CResourceProfileType::Install));
+                assigned.Add(use);
+            }
         }
         if (!assigned.IsEmpty()) task.setAssignedResources(assigned);
         addCosts(task, each, costs);

@@ -1,4 +1,4 @@
-// The demonstration: a small site is planned by a handful of user actions, each through the rules; the plan is read
+// A walk through the library: a small site is planned by a handful of user actions, each through the rules; the plan is read
 // back with its dates and its critical path, undone, saved and loaded.
 
 #include <orvane/schedule.h>
