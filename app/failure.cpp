@@ -1,5 +1,6 @@
 #include "app/failure.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -39,6 +40,7 @@ std::string readText(std::string const & path)
     {
         void operator()(std::FILE * file) const { std::fclose(file); }
     };
+    std::string text;
     std::unique_ptr<std::FILE, Close> opened;
     std::FILE * file = stdin;
     if (path != "-")
@@ -48,8 +50,8 @@ std::string readText(std::string const & path)
         opened.reset(std::fopen(path.c_str(), "rbe"));
         if (!opened) refuse(std::strerror(errno));
         file = opened.get();
+        if (S_ISREG(status.st_mode)) text.reserve(std::min(static_cast<std::size_t>(status.st_size), most));
     }
-    std::string text;
     char block[65536];
     while (std::size_t const count = std::fread(block, 1, sizeof block, file))
     {

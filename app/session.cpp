@@ -109,6 +109,14 @@ public:
             if (numberOf(each->path()) >= state) gone.push_back(each->path());
         for (fs::path const & each : gone) fs::remove(each, error);
     }
+    // In place of its own states those of the other folder.
+    void takeOver(HistoryFolder const & other)
+    {
+        forgetFrom(0);
+        for (fs::directory_entry const & each : fs::directory_iterator(other.folder))
+            if (numberOf(each.path()) >= 0) fs::copy_file(each.path(), fs::path(folder) / each.path().filename());
+        steps = other.steps;
+    }
     bool has(int state) const { return access(stateFile(state).c_str(), R_OK) == 0; }
 
     void writeSteps() const
@@ -234,16 +242,23 @@ struct Session::Parts
     CommandHost host;
     std::unique_ptr<HistoryFolder> history;
     CProject project{nullptr, false};
+    bool isNew = false;
 };
 
 Session::Session(std::string path, std::unique_ptr<Parts> made) : file(std::move(path)), parts(std::move(made))
 {
-    bool const isToChange = parts->purpose == Purpose::changing;
-    parts->history = parts->purpose == Purpose::trying ? std::make_unique<HistoryFolder>()
-                                                       : std::make_unique<HistoryFolder>(file, isToChange);
-    CString const folder = parts->history->path().c_str();
+    // A new project's states come to stand beside it with the project itself.
+    bool const isElsewhere = parts->purpose == Purpose::trying || parts->isNew;
+    keepHistoryIn(isElsewhere ? std::make_unique<HistoryFolder>()
+                              : std::make_unique<HistoryFolder>(file, parts->purpose == Purpose::changing));
+}
+
+void Session::keepHistoryIn(std::unique_ptr<HistoryFolder> folder)
+{
+    parts->history = std::move(folder);
     parts->project.setProjectNameDirectoryAndHistoryDirectory(fs::path(file).stem().c_str(),
-                                                              fs::absolute(file).parent_path().c_str(), folder);
+                                                              fs::absolute(file).parent_path().c_str(),
+                                                              parts->history->path().c_str());
 }
 
 Session::Session(std::string const & path, Purpose purpose, Login const & login)
@@ -257,8 +272,9 @@ Session Session::createNew(std::string const & path, bool replace, Purpose purpo
 {
     if (fs::is_directory(path)) throw Refusal(path + ": is a directory");
     if (!replace && fs::exists(path)) throw Refusal(path + ": exists already; --force replaces it");
-    Session session(path, std::make_unique<Parts>(purpose));
-    session.parts->history->forgetFrom(0);
+    auto parts = std::make_unique<Parts>(purpose);
+    parts->isNew = true;
+    Session session(path, std::move(parts));
     session.parts->project.setCurrentStateIndex(CProjectStateIndex(1));
     session.parts->project.setFullHistory(true);
     return session;
@@ -343,7 +359,15 @@ void Session::save()
     CFileException failure;
     CProject & project = parts->project;
     auto const write = [&](CProjectArchive & archive) { project.Serialize(archive); };
+    // Before anything is replaced: whether there can be a history, and nobody else is at work on it.
+    auto beside = parts->isNew ? std::make_unique<HistoryFolder>(file, true) : nullptr;
     if (!storeProjectFile(file.c_str(), failure, write)) throw failure;
+    if (beside)
+    {
+        beside->takeOver(*parts->history);
+        keepHistoryIn(std::move(beside));
+        parts->isNew = false;
+    }
     parts->history->writeSteps();
 }
 

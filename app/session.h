@@ -82,6 +82,7 @@ private:
     struct Parts;
     explicit Session(std::string path, std::unique_ptr<Parts> parts);
     void load();
+    void keepHistoryIn(std::unique_ptr<HistoryFolder> folder);
 
     std::string file;
     std::unique_ptr<Parts> parts;

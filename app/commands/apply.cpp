@@ -117,7 +117,7 @@ int runApply(ApplyOptions const & options)
     session.save();
     if (total.isTakenBack) throw Refusal(lines.where() + ": the action was refused and taken back");
     if (total.refused > 0)
-        fmt::print(std::cerr, "orvane: {} {} refused\n", total.refused, total.refused == 1 ? "rule was" : "rules were");
+        throw Refusal(fmt::format("{} {} refused", total.refused, total.refused == 1 ? "rule was" : "rules were"));
     return ending::done;
 }
 
@@ -132,7 +132,8 @@ void addApply(CLI::App & program)
                                     "  orvane apply bridge.prj actions.jsonl --dry-run | jq .results\n"
                                     "  echo '{\"action\": \"Name it\", \"rules\": [{\"rule\": \"changeTaskName\", \"args\": "
                                     "[\"@Dig\", \"Dig deep\"]}]}' | orvane apply bridge.prj -\n"
-                                    "A refused rule is reported and the rest goes on, unless --stop-on-refusal is given.\n"
+                                    "A refused rule is reported and the rest goes on, and is saved, unless --stop-on-refusal is\n"
+                                    "given; the run ends with 1 all the same.\n"
                                     "A line that is no action ends the run with 1; what was done before it is saved.");
     command.add_option("PROJECT", options->project, "the project file")->required();
     command.add_option("ACTIONS", options->actions, "the actions; - is the standard input")->required();

@@ -39,11 +39,7 @@ Hexadecimal hexadecimal(CIDBase const & id)
 // Answers 1, for what was written.
 int CProjectXMLArchive::putAttribute(CString const & name, std::string_view value, int newLine)
 {
-    put(newLine ? indentation() : " ");
-    put(name.view());
-    put(" = \"");
-    put(value);
-    put(newLine ? "\"\n" : "\"");
+    put({newLine ? indentation() : " ", name.view(), " = \"", value, newLine ? "\"\n" : "\""});
     return 1;
 }
 

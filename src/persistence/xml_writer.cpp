@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdarg>
 #include <cstdint>
+#include <cstring>
+#include <utility>
 
 #include "config/text_tools.h"
 #include "persistence/compressed_file.h"
@@ -13,7 +15,7 @@
 namespace
 {
 
-constexpr std::size_t deliverySize = 64 * 1024;
+constexpr std::size_t roomForPending = 64 * 1024;
 constexpr int blanksPerLevel = 3;
 // No line starts further in, however deep the level: elements of some kinds leave it raised, and documents that hold
 // many of them would otherwise grow with their square.
@@ -87,25 +89,30 @@ void CProjectXMLArchive::close()
     if (closing) closing->Close();
 }
 
-void CProjectXMLArchive::put(std::string_view text)
+void CProjectXMLArchive::put(std::initializer_list<std::string_view> pieces)
 {
     if (!writing) return;
-    if (outputString) *outputString += CString(text);
-    else if (file) pending += text;
-    if (pending.size() >= deliverySize) deliver();
+    if (outputString)
+        for (std::string_view const piece : pieces) *outputString += CString(piece);
+    else if (file)
+        for (std::string_view const piece : pieces) putIntoFile(piece);
+}
+
+void CProjectXMLArchive::putIntoFile(std::string_view text)
+{
+    if (!pending) pending = std::make_unique_for_overwrite<char[]>(roomForPending);
+    if (text.size() > roomForPending - pendingSize) deliver();
+    if (text.size() > roomForPending) return file->Write(text.data(), static_cast<unsigned int>(text.size()));
+    std::memcpy(pending.get() + pendingSize, text.data(), text.size());
+    pendingSize += text.size();
 }
 
 // Hands on what was written, and keeps the room for what comes. What the file refuses is gone: it is not offered a
 // second time.
 void CProjectXMLArchive::deliver()
 {
-    struct Emptied
-    {
-        ~Emptied() { text.clear(); }
-        std::string & text;
-    };
-    Emptied const emptied{pending};
-    if (file && !pending.empty()) file->Write(pending.data(), static_cast<unsigned int>(pending.size()));
+    std::size_t const size = std::exchange(pendingSize, 0);
+    if (file && size > 0) file->Write(pending.get(), static_cast<unsigned int>(size));
 }
 
 std::string_view CProjectXMLArchive::indentation(int furtherBlanks) const
@@ -117,9 +124,7 @@ std::string_view CProjectXMLArchive::indentation(int furtherBlanks) const
 
 void CProjectXMLArchive::putLine(std::string_view text)
 {
-    put(indentation());
-    put(text);
-    put("\n");
+    put({indentation(), text, "\n"});
 }
 
 void CProjectXMLArchive::format(char const * format, ...)
@@ -129,7 +134,7 @@ void CProjectXMLArchive::format(char const * format, ...)
     va_start(arguments, format);
     text.FormatV(format, arguments);
     va_end(arguments);
-    put(text.view());
+    put({text.view()});
 }
 
 void CProjectXMLArchive::out(CString const & text)
@@ -139,20 +144,17 @@ void CProjectXMLArchive::out(CString const & text)
 
 void CProjectXMLArchive::outStartTag(CString const & name)
 {
-    put(indentation());
-    put("<");
-    put(name.view());
+    put({indentation(), "<", name.view()});
 }
 
 void CProjectXMLArchive::outEndTag(int indentFirst)
 {
-    if (indentFirst) put(indentation());
-    put(">\n");
+    put({indentFirst ? indentation() : "", ">\n"});
 }
 
 void CProjectXMLArchive::outEmptyEndTag()
 {
-    put("/>\n");
+    put({"/>\n"});
 }
 
 void CProjectXMLArchive::out(CString const & name, CString const & value)
@@ -189,8 +191,7 @@ void CProjectXMLArchive::out(int count, unsigned char const * bytes)
 
 void CProjectXMLArchive::startEntity(CString const & name)
 {
-    outStartTag(name);
-    put("\n");
+    put({indentation(), "<", name.view(), "\n"});
     indent();
 }
 

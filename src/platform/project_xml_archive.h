@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -157,7 +158,8 @@ private:
     friend void orvane::forgetTagProcessor(IProjectXMLTagProcessor const & processor);
     class CParser;
 
-    void put(std::string_view text);
+    void put(std::initializer_list<std::string_view> pieces);
+    void putIntoFile(std::string_view text);
     void putLine(std::string_view text);
     void deliver();
     std::string_view indentation(int furtherBlanks = 0) const;
@@ -176,7 +178,8 @@ private:
     CString fileName;
     std::unique_ptr<CFile> file;
     // What the file has not got yet: a file has no buffer of its own.
-    std::string pending;
+    std::unique_ptr<char[]> pending;
+    std::size_t pendingSize = 0;
     CString * outputString = nullptr;
     CString rootTag;
     int indentLevel = 0;

@@ -158,7 +158,7 @@ TEST_F(Apply, ReportsRefusalsOrStopsAtThem)
                                      "," + rule("addTaskWithName", R"("E", 0)")) +
                               action(rule("addTaskWithName", R"("F", 0)"));
     Ran const dry = apply(lines, {"--dry-run"});
-    EXPECT_EQ(dry.ending, 0);
+    EXPECT_EQ(dry.ending, 1);
     EXPECT_EQ(answersOf(dry)[1]["results"][1]["why"], "argument 1: no task is named \"C\"");
     EXPECT_EQ(tasks(), "");
 
@@ -169,7 +169,9 @@ TEST_F(Apply, ReportsRefusalsOrStopsAtThem)
     EXPECT_EQ(answersOf(stopped)[1]["state"], 2);
     EXPECT_EQ(tasks(), "A,");
 
-    EXPECT_EQ(apply(lines).err, "orvane: 1 rule was refused\n");
+    Ran const goesOn = apply(lines);
+    EXPECT_EQ(goesOn.ending, 1);
+    EXPECT_EQ(goesOn.err, "orvane: 1 rule was refused\n");
     EXPECT_EQ(tasks(), "A,A,B,E,F,");
 }
 
@@ -224,7 +226,7 @@ TEST_F(Apply, RefusesAmbiguousNamesAndTakenIdentifiers)
                           action(rule("addFilter", filter, "f") + "," + rule("addFilter", filter) + "," +
                                  rule("changeFilter", R"({"id": "@F", "filterMode": "passany"})") + "," +
                                  rule("changeTaskName", R"("$f", "B")")));
-    ASSERT_EQ(run.ending, 0) << run.err;
+    ASSERT_EQ(run.ending, 1) << run.err;
     std::vector<Json> const answers = answersOf(run);
     EXPECT_EQ(answers[0]["results"][2]["why"], "argument 1: more than one task is named \"A\"");
     EXPECT_EQ(answers[0]["results"][3]["why"], "argument 1: nothing is labelled \"$x\"");
