@@ -19,6 +19,7 @@
 #include <unistd.h>
 
 #include "app/command.h"
+#include "app/command_host.h"
 #include "app/failure.h"
 #include "app/text_values.h"
 #include "persistence/project_file.h"
@@ -29,29 +30,6 @@ namespace orvane::app
 {
 
 namespace fs = std::filesystem;
-
-// ---- what the rules say -----------------------------------------------------------------------------
-
-// Keeps what the rules tell the user; nobody is there to agree to a question.
-class CommandHost : public IHost
-{
-public:
-    CommandHost() : previous(setHost(this)) {}
-    CommandHost(CommandHost const &) = delete;
-    CommandHost & operator=(CommandHost const &) = delete;
-    ~CommandHost() override { setHost(previous); }
-
-    int messageBox(CString const & text, CString const &, unsigned flags) override
-    {
-        messages.emplace_back(text.view());
-        return box::asks(flags) ? answer::no : answer::ok;
-    }
-
-    std::vector<std::string> messages;
-
-private:
-    IHost * previous;
-};
 
 // ---- the states beside the file ---------------------------------------------------------------------
 
@@ -99,6 +77,7 @@ public:
     }
 
     std::string const & path() const { return folder; }
+    std::string stateFile(int state) const { return fmt::format("{}/{:010}.prj", folder, state); }
     // The states from that number on belong to actions that will never be done again.
     void forgetFrom(int state)
     {
@@ -150,7 +129,6 @@ private:
         return name;
     }
 
-    std::string stateFile(int state) const { return fmt::format("{}/{:010}.prj", folder, state); }
     // Of the state that is kept in the file; -1 for another file.
     static int numberOf(fs::path const & path)
     {
@@ -212,6 +190,27 @@ void logIn(CProject & project, Login const & login, std::string const & file)
     if (project.login(login.user.c_str(), "")) return;
     if (!project.login(login.user.c_str(), askForPassword(login.user).c_str()))
         throw Refusal(fmt::format("{}: user \"{}\" and the password do not fit", file, login.user));
+}
+
+void readProject(CProject & project, std::string const & path)
+{
+    CFileException failure;
+    try
+    {
+        auto const read = [&](CProjectArchive & archive) { project.Serialize(archive); };
+        if (!loadProjectFile(path.c_str(), failure, read)) throw failure;
+    }
+    catch (CArchiveException const & damaged)
+    {
+        throw Refusal(describe(damaged, path));
+    }
+}
+
+// A state that cannot be read would leave the project half replaced.
+void proveState(HistoryFolder const & history, int state)
+{
+    CProject aside(nullptr, false);
+    readProject(aside, history.stateFile(state));
 }
 
 void refuseUnlessFile(std::string const & path)
@@ -290,17 +289,7 @@ CProject const & Session::project() const
 
 void Session::load()
 {
-    CFileException failure;
-    try
-    {
-        CProject & project = parts->project;
-        auto const read = [&](CProjectArchive & archive) { project.Serialize(archive); };
-        if (!loadProjectFile(file.c_str(), failure, read)) throw failure;
-    }
-    catch (CArchiveException const & damaged)
-    {
-        throw Refusal(describe(damaged, file));
-    }
+    readProject(parts->project, file);
     // Before the first state there would be nothing to go back to.
     if (state() < 1) parts->project.setCurrentStateIndex(CProjectStateIndex(1));
     parts->project.setFullHistory(parts->purpose != Purpose::reading);
@@ -332,6 +321,7 @@ void Session::takeBack()
 {
     CProject & project = parts->project;
     int const before = state() - 1;
+    proveState(*parts->history, before);
     project.setCurrentStateIndex(CProjectStateIndex(before));
     project.pullState(false);
     parts->history->forgetFrom(before);
@@ -341,6 +331,7 @@ void Session::undo(int count)
 {
     if (count < 1 || count >= state() || !parts->history->has(state() - count))
         throw Refusal(fmt::format("{}: there are not so many actions to undo", file));
+    proveState(*parts->history, state() - count);
     CLocalRulesChecker rules(&parts->project, CRulesCheckerContext(CRulesCheckerContext::OriginatingClient));
     rules.undo(count);
 }
@@ -349,6 +340,7 @@ void Session::redo(int count)
 {
     if (count < 1 || count > INT_MAX - state() || !parts->history->has(state() + count))
         throw Refusal(fmt::format("{}: there are not so many actions to do again", file));
+    proveState(*parts->history, state() + count);
     CLocalRulesChecker rules(&parts->project, CRulesCheckerContext(CRulesCheckerContext::OriginatingClient));
     rules.redo(count);
 }

@@ -4,6 +4,7 @@
 
 #include "app/apply/solids.h"
 #include "app/command.h"
+#include "app/walks.h"
 
 namespace orvane::app
 {
@@ -13,43 +14,6 @@ namespace
 // ---- everything that has a name ---------------------------------------------------------------------
 //
 // Each calls `visit` with the name and the identifier of all objects of that kind.
-
-template <class Visit>
-void forEachTask(CTaskArray const & tasks, Visit const & visit)
-{
-    for (CTask const & task : tasks)
-    {
-        visit(task);
-        if (task.getSubTasks()) forEachTask(*task.getSubTasks(), visit);
-    }
-}
-
-template <class Array, class Visit>
-void forEachResourceIn(Array const & resources, Visit const & visit)
-{
-    for (auto const & resource : resources)
-    {
-        visit(resource);
-        if (resource.hasSubResource()) forEachResourceIn(*resource.getSubResources(), visit);
-    }
-}
-
-template <class Visit>
-void forEachResource(CProject const & project, Visit const & visit)
-{
-    for (CCompany const & company : project.getAllCompanies())
-        company.forEachKind([&](auto const & resources) { forEachResourceIn(resources, visit); });
-}
-
-template <class Visit>
-void forEachRisk(CRiskArray const & risks, Visit const & visit)
-{
-    for (CRisk const & risk : risks)
-    {
-        visit(risk.getDescription(), risk.getID());
-        if (risk.getSubRisks()) forEachRisk(*risk.getSubRisks(), visit);
-    }
-}
 
 template <class Visit>
 void forEachCalendar(CProject const & project, Visit const & visit)
@@ -84,10 +48,11 @@ void forEachNamed(CProject const & project, Visit const & visit)
     {
         for (auto const & each : array) visitNamed(each);
     };
-    if constexpr (std::is_same_v<ID, CTaskID>) forEachTask(project.getAllTasks(), visitNamed);
+    if constexpr (std::is_same_v<ID, CTaskID>) visitItems(project.getAllTasks(), visitNamed);
     else if constexpr (std::is_same_v<ID, CCompanyID>) visitAll(project.getAllCompanies());
     else if constexpr (std::is_same_v<ID, CResourceID>) forEachResource(project, visitNamed);
-    else if constexpr (std::is_same_v<ID, CRiskID>) forEachRisk(project.getAllRisks(), visit);
+    else if constexpr (std::is_same_v<ID, CRiskID>)
+        visitItems(project.getAllRisks(), [&](CRisk const & risk) { visit(risk.getDescription(), risk.getID()); });
     else if constexpr (std::is_same_v<ID, CRoleID>) visitAll(project.getAllRoles());
     else if constexpr (std::is_same_v<ID, CFilterID>) visitAll(project.getAllFilters());
     else if constexpr (std::is_same_v<ID, CTaskCategoryID>) visitAll(project.getTaskCategories());

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 #include <tuple>
+#include <unordered_set>
 
 #include <fmt/format.h>
 
@@ -10,6 +11,7 @@
 #include "app/command.h"
 #include "app/json/given_fields.h"
 #include "rules/local_rules_checker.h"
+#include "view/item_tree.h"
 
 namespace orvane::app
 {
@@ -45,11 +47,12 @@ CTaskID taskIDOf(_GUID const & guid)
 _GUID mainTask(CProject const & project, std::vector<_GUID> const & made)
 {
     CTask const * main = nullptr;
+    std::unordered_set<_GUID> const together(made.begin(), made.end());
     for (_GUID const & each : made)
     {
         CTask const * const task = project.getTask(taskIDOf(each));
         CTask const * const parent = task->getParent();
-        bool const isBelow = parent && std::ranges::find(made, parent->getID().getGUID()) != made.end();
+        bool const isBelow = parent && together.contains(parent->getID().getGUID());
         if (isBelow) continue;
         if (!main || task->getPositionInSiblings() > main->getPositionInSiblings()) main = task;
     }
@@ -167,13 +170,13 @@ private:
 
     void expectTasks(CTaskArray const & tasks)
     {
-        for (CTask const & task : tasks)
-        {
-            if (!isProof && exists(project, task.getID()))
-                throw Refusal(fmt::format("the project has a task {}", idText(task.getID())));
-            expected.emplace_back(kindOf(task.getID()), task.getID().getGUID());
-            if (task.getSubTasks()) expectTasks(*task.getSubTasks());
-        }
+        visitItems(tasks,
+                   [this](CTask const & task)
+                   {
+                       if (!isProof && exists(project, task.getID()))
+                           throw Refusal(fmt::format("the project has a task {}", idText(task.getID())));
+                       expected.emplace_back(kindOf(task.getID()), task.getID().getGUID());
+                   });
     }
 
     // What was issued or expected and is there now. What is changed was there before.
@@ -182,22 +185,23 @@ private:
     {
         ID id(nullID);
         std::string const kind = kindOf(id);
-        std::vector<_GUID> made;
+        // What is expected stands last, as what the rule is about.
+        std::vector<_GUID> last, made;
+        if (isAdding || calendarProject)
+            for (auto const & [expectedKind, guid] : expected)
+                if (expectedKind == kind) last.push_back(guid);
+        std::unordered_set<_GUID> met(last.begin(), last.end());
         auto const take = [&](_GUID const & guid)
         {
             id.setGUID(guid);
-            if (exists(project, id) && std::ranges::find(made, guid) == made.end()) made.push_back(guid);
+            if (exists(project, id)) made.push_back(guid);
         };
         auto & issued = ID::getIssuedIDs();
-        for (int each = 0; each < issued.GetSize(); ++each) take(issued.GetAt(each));
-        // They stand last, as what the rule is about.
-        if (isAdding || calendarProject)
-            for (auto const & [expectedKind, guid] : expected)
-                if (expectedKind == kind)
-                {
-                    std::erase(made, guid);
-                    take(guid);
-                }
+        for (int each = 0; each < issued.GetSize(); ++each)
+            if (met.insert(issued.GetAt(each)).second) take(issued.GetAt(each));
+        met.clear();
+        for (_GUID const & guid : last)
+            if (met.insert(guid).second) take(guid);
         if (made.empty()) return;
         if (answer.created.empty()) answer.labelled.clear();
         answer.labelled[kind] = std::is_same_v<ID, CTaskID> ? mainTask(project, made) : made.back();

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <iostream>
 #include <memory>
+#include <optional>
 
 #include <CLI/CLI.hpp>
 #include <fmt/ostream.h>
@@ -82,15 +83,32 @@ Action readNumberedAction(std::string const & line, Lines const & lines, CProjec
     }
 }
 
+// None at the end. What was done before a line that is wrong stays done.
+std::optional<Action> nextAction(Lines & lines, Session & session)
+{
+    try
+    {
+        std::string line;
+        if (!lines.next(line)) return std::nullopt;
+        return readNumberedAction(line, lines, session.project());
+    }
+    catch (Refusal const &)
+    {
+        session.save();
+        throw;
+    }
+}
+
 // How many rules were refused, and whether the last action was taken back for it.
 ActionAnswer runLines(Session & session, Lines & lines, bool stopOnRefusal)
 {
     Names names(session.project());
     ActionAnswer total;
-    for (std::string line; !total.isTakenBack && lines.next(line);)
+    while (!total.isTakenBack)
     {
-        Action const action = readNumberedAction(line, lines, session.project());
-        ActionAnswer const answer = runAction(session, action, names, stopOnRefusal);
+        std::optional<Action> const action = nextAction(lines, session);
+        if (!action) break;
+        ActionAnswer const answer = runAction(session, *action, names, stopOnRefusal);
         fmt::print(std::cout, "{}\n", jsonText(answer.json));
         total.refused += answer.refused;
         total.isTakenBack = answer.isTakenBack;
@@ -103,17 +121,7 @@ int runApply(ApplyOptions const & options)
     Lines lines(options.actions);
     auto const purpose = options.dryRun ? Session::Purpose::trying : Session::Purpose::changing;
     Session session(options.project, purpose, options.login);
-    ActionAnswer total;
-    try
-    {
-        total = runLines(session, lines, options.stopOnRefusal);
-    }
-    catch (Refusal const &)
-    {
-        // What was done before the line that is wrong stays done.
-        session.save();
-        throw;
-    }
+    ActionAnswer const total = runLines(session, lines, options.stopOnRefusal);
     session.save();
     if (total.isTakenBack) throw Refusal(lines.where() + ": the action was refused and taken back");
     if (total.refused > 0)

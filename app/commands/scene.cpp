@@ -15,6 +15,7 @@
 #include "app/json/given_fields.h"
 #include "app/session.h"
 #include "app/table.h"
+#include "app/walks.h"
 
 namespace orvane::app
 {
@@ -145,22 +146,15 @@ std::vector<CEntity const *> entitiesOf(CProject const & project)
 // By the digits of the entity's identifier: the names of the resources for which it stands.
 using ResourceNames = std::multimap<std::string, std::string>;
 
-template <class Array>
-void addNames(Array const & resources, ResourceNames & names)
-{
-    for (auto const & resource : resources)
-    {
-        for (CEntityID const & each : resource.getRepresentations())
-            names.emplace(idText(each), std::string(resource.getName().view()));
-        if (resource.hasSubResource()) addNames(*resource.getSubResources(), names);
-    }
-}
-
 ResourceNames namesOfResources(CProject const & project)
 {
     ResourceNames names;
-    for (CCompany const & company : project.getAllCompanies())
-        company.forEachKind([&](auto const & resources) { addNames(resources, names); });
+    forEachResource(project,
+                    [&](auto const & resource)
+                    {
+                        for (CEntityID const & each : resource.getRepresentations())
+                            names.emplace(idText(each), std::string(resource.getName().view()));
+                    });
     return names;
 }
 

@@ -12,6 +12,7 @@
 #include "app/text_values.h"
 #include "model/project.h"
 #include "platform/guid.h"
+#include "view/item_tree.h"
 
 namespace orvane::app
 {
@@ -40,7 +41,7 @@ public:
         plan.finish = minuteOf(project.getProjectEnd());
         addProjectCalendar();
         for (CCompany const & company : project.getAllCompanies()) addCompany(company);
-        numberTasks(project.getAllTasks());
+        numberTasks();
         addTasks(project.getAllTasks(), 1);
         tellRest();
         return std::move(plan);
@@ -190,13 +191,10 @@ private:
     // ---- tasks --------------------------------------------------------------------------------------
 
     // Links lead to rows that come later.
-    void numberTasks(CTaskArray const & tasks)
+    void numberTasks()
     {
-        for (CTask const & task : tasks)
-        {
-            taskUIDs.emplace(task.getID().getGUID(), static_cast<int>(taskUIDs.size()) + 1);
-            if (task.getSubTasks()) numberTasks(*task.getSubTasks());
-        }
+        visitItems(project.getAllTasks(), [this](CTask const & task)
+                   { taskUIDs.emplace(task.getID().getGUID(), static_cast<int>(taskUIDs.size()) + 1); });
     }
 
     void addTasks(CTaskArray const & tasks, int level)

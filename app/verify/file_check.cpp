@@ -7,14 +7,15 @@
 
 #include <fmt/format.h>
 
+#include "app/command_host.h"
 #include "app/failure.h"
 #include "app/verify/byte_source.h"
 #include "app/verify/text_checks.h"
+#include "app/walks.h"
 #include "model/project.h"
 #include "persistence/project_file.h"
 #include "platform/bytes.h"
 #include "platform/file.h"
-#include "platform/host.h"
 
 namespace orvane::app
 {
@@ -25,50 +26,18 @@ namespace fs = std::filesystem;
 
 // ---- files of projects ------------------------------------------------------------------------------
 
-// What a reader would show is told by the check.
-class VerifyHost : public IHost
-{
-public:
-    VerifyHost() : previous(setHost(this)) {}
-    VerifyHost(VerifyHost const &) = delete;
-    VerifyHost & operator=(VerifyHost const &) = delete;
-    ~VerifyHost() override { setHost(previous); }
-    int messageBox(CString const &, CString const &, unsigned flags) override
-    {
-        return box::asks(flags) ? answer::no : answer::ok;
-    }
-
-private:
-    IHost * previous;
-};
-
-std::uint64_t countAllLinks(CTaskArray const & tasks)
-{
-    std::uint64_t sum = 0;
-    for (CTask const & task : tasks)
-    {
-        sum += static_cast<std::uint64_t>(task.getUpstreamLinks().GetSize());
-        if (task.getSubTasks()) sum += countAllLinks(*task.getSubTasks());
-    }
-    return sum;
-}
-
 void countProject(CProject const & project, FileCheck & check)
 {
-    std::uint64_t resources = 0;
-    for (CCompany const & company : project.getAllCompanies())
-        company.forEachKind(
-            [&](auto const & kind)
-            {
-                for (auto const & resource : kind)
-                    resources += static_cast<std::uint64_t>(resource.countSubResources()) + 1;
-            });
+    std::uint64_t links = 0, resources = 0;
+    visitItems(project.getAllTasks(), [&](CTask const & task)
+               { links += static_cast<std::uint64_t>(task.getUpstreamLinks().GetSize()); });
+    forEachResource(project, [&](auto const &) { ++resources; });
     CObArray entities;
     project.getScene().getAllEntities(entities, CEntity::GetThisClass(), true);
     auto const add = [&](char const * name, int count)
     { check.counts.emplace_back(name, static_cast<std::uint64_t>(count)); };
     add("tasks", project.getTotalNumberOfTasks());
-    check.counts.emplace_back("links", countAllLinks(project.getAllTasks()));
+    check.counts.emplace_back("links", links);
     add("companies", project.getNumberOfCompanies());
     check.counts.emplace_back("resources", resources);
     add("risks", project.getNumberOfRisks());
@@ -81,7 +50,8 @@ void countProject(CProject const & project, FileCheck & check)
 template <class Part>
 void readWhole(Part & part, std::string const & path, FileCheck & check)
 {
-    VerifyHost const silent;
+    // What a reader would show is told by the check.
+    CommandHost const silent;
     CFileException failure;
     bool isMore = false;
     try
