@@ -33,9 +33,6 @@ namespace fs = std::filesystem;
 
 // ---- the states beside the file ---------------------------------------------------------------------
 
-namespace
-{
-
 class Descriptor
 {
 public:
@@ -51,8 +48,6 @@ public:
 private:
     int number;
 };
-
-}  // namespace
 
 // The folder of the states kept: one numbered file each, and the names of the actions.
 class HistoryFolder

@@ -21,7 +21,7 @@ struct GanttCommand : testing::Test
 {
     GanttCommand()
     {
-        Plan plan({aTask("house").with({aTask("dig"), aTask("build").after("dig")}), aTask("free")});
+        orvane::Plan plan({aTask("house").with({aTask("dig"), aTask("build").after("dig")}), aTask("free")});
         CFileException failure;
         storeProjectFile(project.c_str(), failure, [&](CProjectArchive & archive) { plan.project.Serialize(archive); });
     }

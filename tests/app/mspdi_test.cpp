@@ -11,8 +11,8 @@
 #include "app/exchange/mspdi_writer.h"
 #include "tests/support/real_cases.h"
 
-using namespace orvane::app;
-
+namespace orvane::app
+{
 namespace
 {
 
@@ -484,3 +484,4 @@ TEST(Mspdi, BoundsTheDaysOfExceptions)
 }
 
 }  // namespace
+}  // namespace orvane::app

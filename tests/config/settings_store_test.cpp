@@ -34,14 +34,14 @@ protected:
     std::filesystem::path const folder = ::mkdtemp(pattern), file = folder / "made" / "settings.db";
 };
 
-StoredValue number(std::uint32_t value)
+StoredValue doubleWord(std::uint32_t value)
 {
     return value;
 }
 
 TEST_F(SettingsStoreTest, KeepsValuesOfEachTypeUnderTheirKeys)
 {
-    StoredValue const values[] = {number(0xFFFFFFFF), CString(), CString("\xFF'\\%s\0b", 7), std::vector<std::byte>{},
+    StoredValue const values[] = {doubleWord(0xFFFFFFFF), CString(), CString("\xFF'\\%s\0b", 7), std::vector<std::byte>{},
                                   std::vector(8, std::byte{0xF0})};
     auto const store = makeSettingsFile(file);
     EXPECT_EQ(store->read("Root", "x"), std::nullopt);
@@ -52,14 +52,14 @@ TEST_F(SettingsStoreTest, KeepsValuesOfEachTypeUnderTheirKeys)
         EXPECT_EQ(makeSettingsFile(file)->read("\\ROOT\\\\one\\", "../../X\\y"), value);
     }
     EXPECT_EQ(store->read("Root", "../../x\\y"), std::nullopt);
-    EXPECT_FALSE(store->write("\\", "x", number(1)));
+    EXPECT_FALSE(store->write("\\", "x", doubleWord(1)));
 }
 
 TEST_F(SettingsStoreTest, RemovesAKeyWithAllBelowAndNothingBeside)
 {
     auto const store = makeSettingsFile(file);
     for (char const * key : {"R\\a", "R\\A!\\b", "r\\a\\c\\d", "R\\\xC3\xA4", "R\\a]", "R", "R2\\x"})
-        store->write(key, "v", number(1));
+        store->write(key, "v", doubleWord(1));
     EXPECT_EQ(store->subkeys("R"), (std::vector<CString>{"a", "A!", "a]", "\xC3\xA4"}));
     EXPECT_TRUE(store->removeKey("R\\A"));
     EXPECT_EQ(store->subkeys("R"), (std::vector<CString>{"A!", "a]", "\xC3\xA4"}));
@@ -67,7 +67,7 @@ TEST_F(SettingsStoreTest, RemovesAKeyWithAllBelowAndNothingBeside)
     EXPECT_TRUE(store->removeKey("R"));
     EXPECT_EQ(store->subkeys("R"), std::vector<CString>{});
     EXPECT_EQ(store->read("R", "v"), std::nullopt);
-    EXPECT_EQ(store->read("R2\\x", "v"), number(1));
+    EXPECT_EQ(store->read("R2\\x", "v"), doubleWord(1));
 }
 
 TEST_F(SettingsStoreTest, LosesNothingWhenProcessesWriteAtOnce)
@@ -79,18 +79,18 @@ TEST_F(SettingsStoreTest, LosesNothingWhenProcessesWriteAtOnce)
         bool good = true;
         auto const store = makeSettingsFile(file);
         for (std::uint32_t i = 0; i < values; ++i)
-            good &= store->write("R", std::to_string(process * values + i).c_str(), number(i));
+            good &= store->write("R", std::to_string(process * values + i).c_str(), doubleWord(i));
         ::_exit(!good);
     }
     for (int status; ::wait(&status) > 0;) EXPECT_EQ(status, 0);
     auto const store = makeSettingsFile(file);
     for (std::uint32_t i = 0; i < processes * values; ++i)
-        EXPECT_EQ(store->read("R", std::to_string(i).c_str()), number(i % values));
+        EXPECT_EQ(store->read("R", std::to_string(i).c_str()), doubleWord(i % values));
 }
 
 TEST_F(SettingsStoreTest, LeavesAFileThatIsNotItsOwnOrDamaged)
 {
-    makeSettingsFile(file)->write("R", "v", number(7));
+    makeSettingsFile(file)->write("R", "v", doubleWord(7));
     std::string const whole = bytes();
     // The application that a database says it belongs to: another, and none.
     std::string foreign = whole, unnamed = whole;
@@ -103,16 +103,16 @@ TEST_F(SettingsStoreTest, LeavesAFileThatIsNotItsOwnOrDamaged)
         setBytes(content);
         auto const store = makeSettingsFile(file);
         EXPECT_EQ(store->read("R", "v"), std::nullopt);
-        EXPECT_FALSE(store->write("R", "v", number(8)));
+        EXPECT_FALSE(store->write("R", "v", doubleWord(8)));
         EXPECT_FALSE(store->removeKey("R"));
         EXPECT_TRUE(bytes() == content) << content.size() << " bytes changed";
     }
     setBytes("");
-    EXPECT_TRUE(makeSettingsFile(file)->write("R", "v", number(8)));
-    EXPECT_EQ(makeSettingsFile(file)->read("R", "v"), number(8));
+    EXPECT_TRUE(makeSettingsFile(file)->write("R", "v", doubleWord(8)));
+    EXPECT_EQ(makeSettingsFile(file)->read("R", "v"), doubleWord(8));
 
     for (auto const & path : {file / "below" / "settings.db", folder, std::filesystem::path()})
-        EXPECT_FALSE(makeSettingsFile(path)->write("R", "v", number(1)));
+        EXPECT_FALSE(makeSettingsFile(path)->write("R", "v", doubleWord(1)));
 }
 
 TEST_F(SettingsStoreTest, KeepsTheOldValuesWhenTheDiskIsFull)

@@ -28,7 +28,7 @@ string replaced(CString text, char const * from, char const * to)
 // With which all identifiers of this test begin; in its texts "#" stands for them.
 constexpr char const * zeros = "0000000000000000000000000000000";
 
-void readInto(IProjectXMLTagProcessor & object, string const & document)
+void fill(IProjectXMLTagProcessor & object, string const & document)
 {
     EXPECT_EQ(parse(replaced(document.c_str(), "#", zeros), object), 1) << document;
 }
@@ -49,7 +49,7 @@ string digest(Object object, std::size_t furtherLevels = 0)
 template <class Object>
 string digestAfter(string const & document, Object object = {})
 {
-    readInto(object, document);
+    fill(object, document);
     return digest(object);
 }
 
@@ -65,7 +65,7 @@ TEST(ViewDocumentTest, ReadsAndWritesACalendar)
         "</CalendarDayType><CalendarDayType ID='#3' color='0,0,0' daytype='2'/></CalendarDayTypes>";
     string const days = "<CalendarWeek day0='#3' day2='#2'/><CALENDARDAYS>"
                         "<CalendarDay date='Tue Jan 13 2004' dayTypeID='#3'/></CALENDARDAYS>";
-    readInto(calendar, "<Calendar ID='#1' inUse='1'>" + types + days + "</Calendar>");
+    fill(calendar, "<Calendar ID='#1' inUse='1'>" + types + days + "</Calendar>");
     EXPECT_EQ(digest(calendar),
               R"(1<Calendar|2inUse = "true"|2ID = "#1"|2>|2<CalendarWeek|3day0 = "#3"|3day1 = "#0"|3day2 = "#2"|)"
               R"(3day3 = "#0"|3day4 = "#0"|3day5 = "#0"|3day6 = "#0"|2/>|3<CalendarDays>|4<CalendarException|)"
@@ -76,19 +76,19 @@ TEST(ViewDocumentTest, ReadsAndWritesACalendar)
               R"(6<CalendarDayType|7ID = "#3"|7color = "0.000000, 0.000000, 0.000000"|7daytype = "2"|7>|)"
               R"(7<ProjectTimeOfDaySpans/>|6</CalendarDayType>|5</CalendarDayTypes>|4</Calendar>|)");
     // Its tables are those of the new days.
-    readInto(calendar, "<Calendar inUse='1' normalDayInUse='1'/>");
+    fill(calendar, "<Calendar inUse='1' normalDayInUse='1'/>");
     EXPECT_TRUE(calendar.isValidStartTime(tuesday));
     EXPECT_FALSE(calendar.isValidStartTime({2004, 1, 13, 5, 59}));
     EXPECT_TRUE(calendar.isValidStartTime({2004, 1, 20, 5, 59}));
     // Exceptions and blocks are read under other names than they are written.
     CCalendar back;
-    readInto(back, written(calendar));
+    fill(back, written(calendar));
     EXPECT_EQ(back.getCalendarWeek(), calendar.getCalendarWeek());
     EXPECT_EQ(back.getCalendarDayExceptions().GetSize(), 0);
     ASSERT_EQ(back.getCalendarDayTypes().GetSize(), 2);
     EXPECT_EQ(back.getCalendarDayTypes().GetAt(0).getNumberOfTimeBlocks(), 0);
     // One that is not in use tells nothing of its days, and keeps them.
-    readInto(calendar, "<r><Calendar><CalendarDays/></Calendar></r>");
+    fill(calendar, "<r><Calendar><CalendarDays/></Calendar></r>");
     EXPECT_EQ(digest(calendar), "1<Calendar|2ID = \"#0\"|2>|1</Calendar>|");
     EXPECT_EQ(calendar.getCalendarDayExceptions().GetSize(), 1);
 }
@@ -112,7 +112,7 @@ TEST(ViewDocumentTest, ReadsAndWritesUsersAndRoles)
 
     CUserArray users;
     users.Add(CUser());
-    readInto(users, "<Users><User ID='#7' login='a' password='p'>" + rights + "</User><User login='a'/>"
+    fill(users, "<Users><User ID='#7' login='a' password='p'>" + rights + "</User><User login='a'/>"
                     "<USER login='A'/></Users>");
     ASSERT_EQ(users.GetSize(), 2);
     // The array gets the rights' element, and has no use for it.
@@ -123,7 +123,7 @@ TEST(ViewDocumentTest, ReadsAndWritesUsersAndRoles)
     CRole guest;
     guest.setToDefaultGuestRole();
     roles.Add(guest);
-    readInto(roles, "<Roles/>");
+    fill(roles, "<Roles/>");
     EXPECT_EQ(digest(roles), "1<Roles>|" + digest(guest, 1) + "1</Roles>|");
     EXPECT_EQ(digestAfter("<Roles><Role name='x'/></Roles>", roles), "1<Roles/>|");
 
@@ -139,7 +139,7 @@ TEST(ViewDocumentTest, ReadsAndWritesFilters)
     texts.Add("dig & fill");
     names.setNames(texts);
     filter.setNameFilter(names);
-    readInto(filter, "<r><NameFilter inUse='1'/><DateRangeFilter start='Mon Jan 5 2004'/>"
+    fill(filter, "<r><NameFilter inUse='1'/><DateRangeFilter start='Mon Jan 5 2004'/>"
                      "<StatusFilter tbaIncluded='1'/><ResourcesFilter inUse='1'><ResourceIDs><ResourceID id='#5'/>"
                      "</ResourceIDs></ResourcesFilter>"
                      "<CompanyFilter mode='4'><CompanyIDs><CompanyID id='#6'/></CompanyIDs></CompanyFilter>"
@@ -153,12 +153,12 @@ TEST(ViewDocumentTest, ReadsAndWritesFilters)
               R"(4</CompanyIDs>|3</CompanyFilter>|2</Filter>|)");
     // The array gets the elements of the questions, and has no use for them.
     CFilterArray filters;
-    readInto(filters, "<Filters>" + written(filter) + "</Filters>");
+    fill(filters, "<Filters>" + written(filter) + "</Filters>");
     ASSERT_EQ(filters.GetSize(), 1);
     EXPECT_TRUE(filters.GetAt(0).getID() == filter.getID() && filters.GetAt(0).getName() == "n");
     EXPECT_FALSE(filters.GetAt(0).getNameFilter().getInUse().getValue());
     // Texts are written under one name and emptied under another.
-    readInto(filter, "<NameFilter><Names/><ProjectStringArray/></NameFilter>");
+    fill(filter, "<NameFilter><Names/><ProjectStringArray/></NameFilter>");
     EXPECT_EQ(filter.getNameFilter().getNames().GetSize(), 0);
 }
 
@@ -185,7 +185,7 @@ TEST(ViewDocumentTest, ReadsAndWritesTheStateOfTheViews)
     views.setSingleSelectedTaskID(task);
     views.addRiskPresentation(CRiskID());
     // An entry needs its identifier in front.
-    readInto(views,
+    fill(views,
              "<PresentationData selectedRoleID='#9'><ResourceUtilisationPresentation displayUtilisationChartFor='2'"
              " chartType='2' displayChartFor='4'/><NavigatorPresentation companyFilter='5' companyFilterInUse='1'/>"
              "<ResourcePresentationMap><ResourcePresentationMapItem><ResourceID id='#5'/><CResourcePresentation/>"
@@ -213,7 +213,7 @@ TEST(ViewDocumentTest, ReadsAndWritesTheStateOfTheViews)
                   R"(4</TaskPresentationMap>|3</PresentationData>|)");
     // Bare lines are text to a reader, also those of the selected tasks.
     CPresentationData back = views;
-    readInto(back, written(views));
+    fill(back, written(views));
     EXPECT_EQ(back.getSelectedTaskID().GetSize(), 0);
     back.setSelectedTaskID(views.getSelectedTaskID());
     EXPECT_EQ(back, views);

@@ -38,7 +38,7 @@ std::string bytesOf(CScene const & scene)
     return memory.bytes;
 }
 
-CHandle handleOf(unsigned char number)
+CHandle handleNumbered(unsigned char number)
 {
     _GUID::Bytes bytes;
     bytes.fill(number);
@@ -48,18 +48,18 @@ CHandle handleOf(unsigned char number)
 template <class T>
 T & at(CScene & scene, unsigned char number)
 {
-    return dynamic_cast<T &>(*scene.getEntity(handleOf(number)));
+    return dynamic_cast<T &>(*scene.getEntity(handleNumbered(number)));
 }
 
 // Every kind, with two levels of groups and all fields as they are at first.
 void build(CScene & scene)
 {
-    auto * const group = new CEntityGroup(handleOf(1));
-    group->addChild(new CEntityGroup(handleOf(2)));
+    auto * const group = new CEntityGroup(handleNumbered(1));
+    group->addChild(new CEntityGroup(handleNumbered(2)));
     scene.addEntity(group);
-    at<CEntityGroup>(scene, 2).addChild(new CEntityExtrusion(handleOf(3)));
-    group->addChild(new CEntityCylinder(handleOf(4)));
-    scene.addEntity(new CEntitySphere(handleOf(5)));
+    at<CEntityGroup>(scene, 2).addChild(new CEntityExtrusion(handleNumbered(3)));
+    group->addChild(new CEntityCylinder(handleNumbered(4)));
+    scene.addEntity(new CEntitySphere(handleNumbered(5)));
 }
 
 CPOINT2DArray manyPoints(int count)
@@ -75,11 +75,11 @@ CTransform const moved = CTransform::translation({9, 8, 7});
 std::vector<void (*)(CScene &)> const changes = {
     [](CScene & scene) { scene.setBackgroundColor(CColor(0.25F, 0.5F, 0.75F)); },
     [](CScene & scene) { scene.setHeadLight(false); },
-    [](CScene & scene) { scene.getEntity(handleOf(5))->setName(CString('x', 200'000)); },
-    [](CScene & scene) { scene.getEntity(handleOf(2))->setVisible(false); },
-    [](CScene & scene) { scene.getEntity(handleOf(4))->setTransform(moved); },
-    [](CScene & scene) { scene.getEntity(handleOf(4))->setMaterial(CMaterial(CColor(0.1F, 0.2F, 0.3F), 0.4F)); },
-    [](CScene & scene) { scene.getEntity(handleOf(3))->setDefaultMaterial(CMaterial(CColor(0.5F, 0.6F, 0.7F))); },
+    [](CScene & scene) { scene.getEntity(handleNumbered(5))->setName(CString('x', 200'000)); },
+    [](CScene & scene) { scene.getEntity(handleNumbered(2))->setVisible(false); },
+    [](CScene & scene) { scene.getEntity(handleNumbered(4))->setTransform(moved); },
+    [](CScene & scene) { scene.getEntity(handleNumbered(4))->setMaterial(CMaterial(CColor(0.1F, 0.2F, 0.3F), 0.4F)); },
+    [](CScene & scene) { scene.getEntity(handleNumbered(3))->setDefaultMaterial(CMaterial(CColor(0.5F, 0.6F, 0.7F))); },
     [](CScene & scene) { at<CEntityExtrusion>(scene, 3).setPoints(manyPoints(10'000)); },
     [](CScene & scene) { at<CEntityExtrusion>(scene, 3).setHeight(0.3F); },
     [](CScene & scene) { at<CEntityCylinder>(scene, 4).setPosition(moved * CPoint3D()); },
@@ -132,8 +132,8 @@ TEST(SceneForm, is_as_told)
 {
     CScene scene;
     EXPECT_EQ(bytesOf(scene), start + end);
-    auto * const group = new CEntityGroup(handleOf(7));
-    group->addChild(new CEntitySphere(handleOf(8)))->setName("tank");
+    auto * const group = new CEntityGroup(handleNumbered(7));
+    group->addChild(new CEntitySphere(handleNumbered(8)))->setName("tank");
     scene.addEntity(group);
     at<CEntitySphere>(scene, 8).setRadius(2);
     EXPECT_EQ(bytesOf(scene), start + entityRecord(1, 1, 7) + entityRecord(4, 2, 8) + record(16, 't', 'a', 'n', 'k') +
@@ -151,16 +151,16 @@ TEST(SceneForm, tolerates_what_others_write)
     Memory memory(bytes);
     CScene scene;
     ASSERT_TRUE(scene.read(memory));
-    auto const * const first = dynamic_cast<CEntitySphere const *>(scene.getEntity(handleOf(3)));
+    auto const * const first = dynamic_cast<CEntitySphere const *>(scene.getEntity(handleNumbered(3)));
     ASSERT_TRUE(first);
-    EXPECT_EQ(first->getParent(), scene.getEntity(handleOf(1)));
+    EXPECT_EQ(first->getParent(), scene.getEntity(handleNumbered(1)));
     EXPECT_EQ(first->getRadius(), 0);
     EXPECT_EQ(first->getName(), CString());
     EXPECT_EQ(first->getPosition(), (CPoint3D{0, std::numeric_limits<double>::max(), 1}));
     CObArray all;
     scene.getAllEntities(all, CObject::GetThisClass(), true);
     ASSERT_EQ(all.GetSize(), 4);
-    EXPECT_EQ(static_cast<CEntity *>(all[2])->getParent(), scene.getEntity(handleOf(1)));
+    EXPECT_EQ(static_cast<CEntity *>(all[2])->getParent(), scene.getEntity(handleNumbered(1)));
     EXPECT_EQ(static_cast<CEntity *>(all[2])->getName(), CString("b"));
     EXPECT_FALSE(static_cast<CEntity *>(all[3])->getHandle().isNull());
 }
@@ -189,7 +189,7 @@ TEST(SceneForm, survives_damage)
     CScene scene;
     build(scene);
     for (auto const & change : changes) change(scene);
-    scene.getEntity(handleOf(5))->setName("short");
+    scene.getEntity(handleNumbered(5))->setName("short");
     at<CEntityExtrusion>(scene, 3).setPoints(manyPoints(5));
     std::string const whole = bytesOf(scene);
     CScene back;
