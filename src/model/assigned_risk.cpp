@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "model/document_tags_impl.h"
 #include "model/task.h"
 #include "values/document_array_impl.h"
 #include "values/record_impl.h"

@@ -1,6 +1,5 @@
 #include "model/company.h"
 
-#include "model/document_tags_impl.h"
 #include "values/document_array_impl.h"
 #include "values/record_impl.h"
 #include "view/company_presentation.h"
@@ -99,10 +98,10 @@ void CCompany::Serialize(CProjectArchive & archive)
 void CCompany::xmlSerialize(CProjectXMLArchive & archive)
 {
     constexpr char tag[] = "Company";
-    if (orvane::readsAnother(archive, tag))
+    if (archive.readsAnother(tag))
     {
-        if (orvane::readsAny(archive, {"Calendar", "EquipmentResources", "HumanResources", "LocationResources",
-                                       "MaterialResources"}))
+        if (archive.readsAny({"Calendar", "EquipmentResources", "HumanResources", "LocationResources",
+                              "MaterialResources"}))
             exchangeChildren(archive);
         return;
     }

@@ -16,9 +16,7 @@ template class orvane::CRecord<CCost>;
 
 void CCost::xmlSerialize(CProjectXMLArchive & archive)
 {
-    archive.startEntity("Cost");
-    exchangeAttributes(archive);
-    archive.endEntity();
+    exchangeElement(archive, "Cost");
 }
 
 void CCostArray::xmlSerialize(CProjectXMLArchive & archive)

@@ -86,9 +86,7 @@ CProjectTime CLink::getLatestStartOfUpstreamTask(CTask const & upstream, CTask c
 
 void CLink::xmlSerialize(CProjectXMLArchive & archive)
 {
-    archive.startEntity("Link ");
-    exchangeAttributes(archive);
-    archive.endEntity(" />");
+    exchangeElement(archive, "Link ", " />");
 }
 
 void CLinkArray::xmlSerialize(CProjectXMLArchive & archive)

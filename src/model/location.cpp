@@ -13,9 +13,7 @@ template class orvane::CRecord<CLocation>;
 
 void CLocation::xmlSerialize(CProjectXMLArchive & archive)
 {
-    archive.startEntity("Location");
-    exchangeAttributes(archive);
-    archive.endEntity();
+    exchangeElement(archive, "Location");
 }
 
 void CLocationArray::xmlSerialize(CProjectXMLArchive & archive)

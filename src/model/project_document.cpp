@@ -2,7 +2,6 @@
 
 #include "model/project.h"
 
-#include "model/document_tags_impl.h"
 
 namespace
 {
@@ -27,11 +26,11 @@ void CProjectData::xmlSerialize(CProjectXMLArchive & archive)
 {
     constexpr char tag[] = "ProjectData";
     // Roles and categories are written, and never read.
-    bool const readsPart = orvane::readsAny(
-        archive, {tag, "ProjectStateIndex", "Companies", "Users", "Tasks", "Risks", "Filters", "Calendar"});
+    bool const readsPart = archive.readsAny(
+        {tag, "ProjectStateIndex", "Companies", "Users", "Tasks", "Risks", "Filters", "Calendar"});
     if (archive.isLoading() && !readsPart) return;
     archive.startEntity(tag);
-    if (!orvane::readsAnother(archive, tag))
+    if (!archive.readsAnother(tag))
     {
         adminUserID.xmlSerialize(archive, "adminUserID");
         adminRoleID.xmlSerialize(archive, "adminRoleID");
@@ -53,7 +52,7 @@ void CProjectData::xmlSerialize(CProjectXMLArchive & archive)
 
 void CProject::xmlSerialize(CProjectXMLArchive & archive)
 {
-    if (orvane::readsAnother(archive, rootName())) return;
+    if (archive.readsAnother(rootName())) return;
     // Of the document; it has always been this one.
     int version = 1;
     archive.attribute("version", version, 0);

@@ -1,6 +1,5 @@
 #include "model/resource.h"
 
-#include "model/document_tags_impl.h"
 #include "model/project.h"
 #include "values/record_impl.h"
 
@@ -130,7 +129,7 @@ void CResourceBase::xmlSerialize(CProjectXMLArchive & archive)
 {
     CString const tag = tagName();
     if (archive.isLoading()) orvane::CResourceStructure::changes();
-    if (orvane::readsAnother(archive, tag)) return xmlWriteSubTags(archive);
+    if (archive.readsAnother(tag)) return xmlWriteSubTags(archive);
     archive.startEntity(tag);
     xmlWriteAttributes(archive);
     archive.out(">");

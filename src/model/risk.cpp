@@ -1,6 +1,5 @@
 #include "model/risk.h"
 
-#include "model/document_tags_impl.h"
 #include "platform/message.h"
 #include "values/document_array_impl.h"
 #include "values/record_impl.h"

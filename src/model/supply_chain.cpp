@@ -1,6 +1,5 @@
 #include "model/supply_chain.h"
 
-#include "model/document_tags_impl.h"
 #include "values/record_impl.h"
 
 template <class Visit>
@@ -31,11 +30,7 @@ void CSupplyChain::Serialize(CProjectArchive & archive)
 
 void CSupplyChain::xmlSerialize(CProjectXMLArchive & archive)
 {
-    if (orvane::readsAny(archive, {"CompanyIDs", "CompanyID"})) return customerID.xmlSerialize(archive);
-    if (orvane::readsAnother(archive, "SupplyChain")) return;
-    archive.startEntity("SupplyChain");
-    exchangeAttributes(archive);
-    archive.out(">");
-    exchangeChildren(archive);
-    archive.endEntity("</SupplyChain>");
+    if (archive.readsAny({"CompanyIDs", "CompanyID"})) return customerID.xmlSerialize(archive);
+    if (archive.readsAnother("SupplyChain")) return;
+    exchangeElementWithChildren(archive, "SupplyChain");
 }

@@ -1,6 +1,5 @@
 #include "model/task_baseline_data.h"
 
-#include "model/document_tags_impl.h"
 #include "model/task.h"
 #include "values/record_impl.h"
 
@@ -47,8 +46,6 @@ double CTaskBaselineData::getTotalCost() const
 
 void CTaskBaselineData::xmlSerialize(CProjectXMLArchive & archive)
 {
-    if (orvane::readsAnother(archive, "TaskBaseLine")) return;
-    archive.startEntity("TaskBaseLine");
-    exchangeAttributes(archive);
-    archive.endEntity();
+    if (archive.readsAnother("TaskBaseLine")) return;
+    exchangeElement(archive, "TaskBaseLine");
 }

@@ -1,6 +1,5 @@
 #include "model/task_constraint.h"
 
-#include "model/document_tags_impl.h"
 #include "values/record_impl.h"
 
 template <class Visit>
@@ -13,8 +12,6 @@ template class orvane::CRecord<CTaskConstraint>;
 
 void CTaskConstraint::xmlSerialize(CProjectXMLArchive & archive)
 {
-    if (orvane::readsAnother(archive, "TaskConstraint")) return;
-    archive.startEntity("TaskConstraint");
-    exchangeAttributes(archive);
-    archive.endEntity();
+    if (archive.readsAnother("TaskConstraint")) return;
+    exchangeElement(archive, "TaskConstraint");
 }

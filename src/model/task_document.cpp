@@ -2,7 +2,6 @@
 
 #include "model/task.h"
 
-#include "model/document_tags_impl.h"
 #include "model/task_array.h"
 #include "values/document_array_impl.h"
 

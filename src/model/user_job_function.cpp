@@ -37,7 +37,5 @@ CUserJobFunction::CUserJobFunction(CProjectBool const & isController, CProjectBo
 
 void CUserJobFunction::xmlSerialize(CProjectXMLArchive & archive)
 {
-    archive.startEntity("UserJobFunction");
-    exchangeAttributes(archive);
-    archive.endEntity(" />");
+    exchangeElement(archive, "UserJobFunction", " />");
 }

@@ -83,6 +83,15 @@ public:
     CString const & tagName() const { return currentTag; }
     // Whether the current element has that name; ASCII case plays no part.
     bool isTag(char const * name) const { return currentTag.CompareNoCase(name) == 0; }
+    // Whether an element of another name is being read; false while storing.
+    bool readsAnother(char const * name) const { return reading && !isTag(name); }
+    // Whether an element of one of the names is being read.
+    bool readsAny(std::initializer_list<char const *> names) const
+    {
+        for (char const * name : names)
+            if (isTag(name)) return true;
+        return false;
+    }
     // Who gets the children of the current element; otherwise they go to who got the element itself.
     void setTagProcessor(IProjectXMLTagProcessor * processor) { currentProcessor = processor; }
     // What the parser found wrong first, a warning included; empty when it found nothing.

@@ -367,7 +367,7 @@ void CCalendar::Serialize(CProjectArchive & archive)
 void CCalendar::xmlSerialize(CProjectXMLArchive & archive)
 {
     if (archive.isLoading()) contentChanged();
-    if (archive.isLoading() && !archive.isTag("Calendar"))
+    if (archive.readsAnother("Calendar"))
     {
         if (inUse.getValue()) exchangeChildren(archive);
         return;

@@ -172,12 +172,8 @@ CProjectTimeOfDay CCalendarDayType::getEndOfPreviousTimeBlockInRotation(CProject
 
 void CCalendarDayType::xmlSerialize(CProjectXMLArchive & archive)
 {
-    if (archive.isLoading() && !archive.isTag("CalendarDayType")) return exchangeChildren(archive);
-    archive.startEntity("CalendarDayType");
-    exchangeAttributes(archive);
-    archive.out(">");
-    exchangeChildren(archive);
-    archive.endEntity("</CalendarDayType>");
+    if (archive.readsAnother("CalendarDayType")) return exchangeChildren(archive);
+    exchangeElementWithChildren(archive, "CalendarDayType");
     if (archive.isLoading()) archive.setTagProcessor(this);
 }
 

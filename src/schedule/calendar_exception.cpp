@@ -43,9 +43,7 @@ int CCalendarExceptionArray::findByDate(CProjectDate const & date) const
 
 void CCalendarException::xmlSerialize(CProjectXMLArchive & archive)
 {
-    archive.startEntity("CalendarException");
-    exchangeAttributes(archive);
-    archive.endEntity();
+    exchangeElement(archive, "CalendarException");
 }
 
 void CCalendarExceptionArray::xmlSerialize(CProjectXMLArchive & archive)

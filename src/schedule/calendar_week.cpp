@@ -62,10 +62,8 @@ void CCalendarWeek::Serialize(CProjectArchive & archive)
 
 void CCalendarWeek::xmlSerialize(CProjectXMLArchive & archive)
 {
-    if (archive.isLoading() && !archive.isTag("CalendarWeek")) return;
-    archive.startEntity("CalendarWeek");
-    exchangeAttributes(archive);
-    archive.endEntity();
+    if (archive.readsAnother("CalendarWeek")) return;
+    exchangeElement(archive, "CalendarWeek");
     // Documents have what follows one level further in.
     archive.indent();
 }

@@ -137,8 +137,6 @@ void CPermissions::spreadTaskRights()
 
 void CPermissions::xmlSerialize(CProjectXMLArchive & archive)
 {
-    if (archive.isLoading() && !archive.isTag("Permissions")) return;
-    archive.startEntity("Permissions");
-    exchangeAttributes(archive);
-    archive.endEntity();
+    if (archive.readsAnother("Permissions")) return;
+    exchangeElement(archive, "Permissions");
 }

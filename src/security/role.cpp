@@ -82,11 +82,7 @@ void CRole::setToDefaultGuestRole()
 
 void CRole::xmlSerialize(CProjectXMLArchive & archive)
 {
-    archive.startEntity("Role");
-    exchangeAttributes(archive);
-    archive.out(">");
-    exchangeChildren(archive);
-    archive.endEntity("</Role>");
+    exchangeElementWithChildren(archive, "Role");
 }
 
 void CRoleArray::xmlSerialize(CProjectXMLArchive & archive)

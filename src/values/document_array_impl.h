@@ -58,4 +58,16 @@ void exchangeLines(CProjectXMLArchive & archive, Array & array, char const * wra
                  [&](int each) { array.elementForPass(each).xmlSerialize(archive, name); });
 }
 
+// An owned array as an attribute tells of it: none, or an empty one that takes the elements to come. Does nothing while
+// storing, for what is written stands without that attribute.
+template <class SubItems>
+void readOwnedArray(CProjectXMLArchive & archive, SubItems & items, char const * name)
+{
+    if (!archive.isLoading()) return;
+    bool exists = false;
+    archive.attribute(name, exists, false);
+    items = SubItems();
+    if (exists) archive.setTagProcessor(&items.make());
+}
+
 }  // namespace orvane

@@ -45,6 +45,10 @@ protected:
     // its name; then the fields that stand in elements of their own. A record whose document differs says its own.
     void exchangeAttributes(CProjectXMLArchive & archive);
     void exchangeChildren(CProjectXMLArchive & archive);
+    // A whole element of these: of attributes alone, or with the children. While reading, the current element is taken
+    // for it, whatever its name.
+    void exchangeElement(CProjectXMLArchive & archive, CString const & tag, char const * end = "/>");
+    void exchangeElementWithChildren(CProjectXMLArchive & archive, CString const & tag);
 
     bool changed = false;
 

@@ -67,6 +67,24 @@ void CRecord<Self, Base>::exchangeChildren(CProjectXMLArchive & archive)
 }
 
 template <class Self, class Base>
+void CRecord<Self, Base>::exchangeElement(CProjectXMLArchive & archive, CString const & tag, char const * end)
+{
+    archive.startEntity(tag);
+    exchangeAttributes(archive);
+    archive.endEntity(end);
+}
+
+template <class Self, class Base>
+void CRecord<Self, Base>::exchangeElementWithChildren(CProjectXMLArchive & archive, CString const & tag)
+{
+    archive.startEntity(tag);
+    exchangeAttributes(archive);
+    archive.out(">");
+    exchangeChildren(archive);
+    archive.endEntity("</" + tag + ">");
+}
+
+template <class Self, class Base>
 void CRecord<Self, Base>::touch()
 {
     Self::describe([this](char const *, auto field) { (self().*field).touch(); });

@@ -12,7 +12,5 @@ template class orvane::CRecord<CCompanyPresentation>;
 
 void CCompanyPresentation::xmlSerialize(CProjectXMLArchive & archive)
 {
-    archive.startEntity("companyPresentation");
-    exchangeAttributes(archive);
-    archive.endEntity();
+    exchangeElement(archive, "companyPresentation");
 }

@@ -36,8 +36,6 @@ void CNavigatorPresentation::clear()
 
 void CNavigatorPresentation::xmlSerialize(CProjectXMLArchive & archive)
 {
-    if (archive.isLoading() && !archive.isTag("NavigatorPresentation")) return;
-    archive.startEntity("NavigatorPresentation");
-    exchangeAttributes(archive);
-    archive.endEntity();
+    if (archive.readsAnother("NavigatorPresentation")) return;
+    exchangeElement(archive, "NavigatorPresentation");
 }

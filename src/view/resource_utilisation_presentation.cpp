@@ -30,8 +30,6 @@ void CResourceUtilisationPresentation::clear()
 
 void CResourceUtilisationPresentation::xmlSerialize(CProjectXMLArchive & archive)
 {
-    if (archive.isLoading() && !archive.isTag("ResourceUtilisationPresentation")) return;
-    archive.startEntity("ResourceUtilisationPresentation");
-    exchangeAttributes(archive);
-    archive.endEntity();
+    if (archive.readsAnother("ResourceUtilisationPresentation")) return;
+    exchangeElement(archive, "ResourceUtilisationPresentation");
 }

@@ -210,7 +210,7 @@ void CCompanyFilter::Serialize(CProjectArchive & archive)
 
 void CNameFilter::xmlSerialize(CProjectXMLArchive & archive)
 {
-    if (archive.isLoading() && !archive.isTag("NameFilter")) return names.xmlSerialize(archive);
+    if (archive.readsAnother("NameFilter")) return names.xmlSerialize(archive);
     archive.startEntity("NameFilter ");
     exchangeAttributes(archive);
     archive.out(">");
@@ -221,24 +221,20 @@ void CNameFilter::xmlSerialize(CProjectXMLArchive & archive)
 
 void CDateRangeFilter::xmlSerialize(CProjectXMLArchive & archive)
 {
-    if (archive.isLoading() && !archive.isTag("DateRangeFilter")) return;
-    archive.startEntity("DateRangeFilter ");
-    exchangeAttributes(archive);
-    archive.endEntity();
+    if (archive.readsAnother("DateRangeFilter")) return;
+    exchangeElement(archive, "DateRangeFilter ");
 }
 
 void CStatusFilter::xmlSerialize(CProjectXMLArchive & archive)
 {
-    if (archive.isLoading() && !archive.isTag("StatusFilter")) return;
-    archive.startEntity("StatusFilter ");
-    exchangeAttributes(archive);
-    archive.endEntity(" />");
+    if (archive.readsAnother("StatusFilter")) return;
+    exchangeElement(archive, "StatusFilter ", " />");
 }
 
 template <class Self>
-void orvane::CSubFilter<Self>::exchangeElement(CProjectXMLArchive & archive, char const * name)
+void orvane::CSubFilter<Self>::exchangeList(CProjectXMLArchive & archive, char const * name)
 {
-    if (archive.isLoading() && !archive.isTag(name)) return this->exchangeChildren(archive);
+    if (archive.readsAnother(name)) return this->exchangeChildren(archive);
     archive.startEntity(name);
     this->exchangeAttributes(archive);
     archive.out(">");
@@ -249,15 +245,15 @@ void orvane::CSubFilter<Self>::exchangeElement(CProjectXMLArchive & archive, cha
 
 void CResourcesFilter::xmlSerialize(CProjectXMLArchive & archive)
 {
-    exchangeElement(archive, "ResourcesFilter");
+    exchangeList(archive, "ResourcesFilter");
 }
 
 void CRiskFilter::xmlSerialize(CProjectXMLArchive & archive)
 {
-    exchangeElement(archive, "RiskFilter");
+    exchangeList(archive, "RiskFilter");
 }
 
 void CCompanyFilter::xmlSerialize(CProjectXMLArchive & archive)
 {
-    exchangeElement(archive, "CompanyFilter");
+    exchangeList(archive, "CompanyFilter");
 }

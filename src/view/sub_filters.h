@@ -28,7 +28,7 @@ protected:
     ~CSubFilter() override = default;
 
     // An element of that name with the list of what is chosen.
-    void exchangeElement(CProjectXMLArchive & archive, char const * name);
+    void exchangeList(CProjectXMLArchive & archive, char const * name);
 
     CProjectBool inUse{false};
 };

@@ -13,7 +13,5 @@ template class orvane::CRecord<CTaskPresentation>;
 
 void CTaskPresentation::xmlSerialize(CProjectXMLArchive & archive)
 {
-    archive.startEntity(documentTag);
-    exchangeAttributes(archive);
-    archive.endEntity();
+    exchangeElement(archive, documentTag);
 }

@@ -12,9 +12,7 @@ void orvane::CTreePresentation<Self>::describe(Visit && visit)
 template <class Self>
 void orvane::CTreePresentation<Self>::xmlSerialize(CProjectXMLArchive & archive)
 {
-    archive.startEntity(Self::documentTag);
-    this->exchangeAttributes(archive);
-    archive.endEntity();
+    this->exchangeElement(archive, Self::documentTag);
 }
 
 template class orvane::CRecord<CResourcePresentation>;
