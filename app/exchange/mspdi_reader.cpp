@@ -2,26 +2,17 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdlib>
-#include <memory>
 #include <unordered_map>
 #include <utility>
 
 #include <fmt/format.h>
-#include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/sax/Locator.hpp>
-#include <xercesc/sax/SAXParseException.hpp>
-#include <xercesc/sax2/Attributes.hpp>
-#include <xercesc/sax2/DefaultHandler.hpp>
-#include <xercesc/sax2/SAX2XMLReader.hpp>
-#include <xercesc/sax2/XMLReaderFactory.hpp>
-#include <xercesc/util/OutOfMemoryException.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
-#include <xercesc/util/XMLUni.hpp>
 
 #include "app/command.h"
 #include "app/exchange/mspdi_elements.h"
 #include "app/exchange/mspdi_values.h"
+#include "app/xml_parser.h"
+#include "platform/utf8_impl.h"
 
 namespace orvane::app
 {
@@ -42,32 +33,6 @@ bool isElapsedFormat(int format)
     return plain >= 4 && plain <= 12 && plain % 2 == 0;
 }
 
-// UTF-8 of a text; halves of a pair without the other become "?".
-std::string utf8(Characters text)
-{
-    std::string bytes;
-    bytes.reserve(text.size());
-    for (std::size_t at = 0; at < text.size(); ++at)
-    {
-        char32_t code = text[at];
-        if (code < 0x80)
-        {
-            bytes += static_cast<char>(code);
-            continue;
-        }
-        bool const isHalf = code >= 0xD800 && code < 0xE000;
-        bool const isPair =
-            code < 0xDC00 && isHalf && at + 1 < text.size() && text[at + 1] >= 0xDC00 && text[at + 1] < 0xE000;
-        if (isPair) code = 0x10000 + ((code - 0xD800) << 10) + (text[++at] - 0xDC00U);
-        else if (isHalf) code = '?';
-        int const more = code < 0x80 ? 0 : code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;
-        constexpr unsigned char first[] = {0, 0xC0, 0xE0, 0xF0};
-        bytes += static_cast<char>(first[more] | code >> 6 * more);
-        for (int left = more - 1; left >= 0; --left) bytes += static_cast<char>(0x80 | (code >> 6 * left & 0x3F));
-    }
-    return bytes;
-}
-
 std::string named(char const * kind, std::string const & name, int uid)
 {
     return name.empty() ? fmt::format("{} {}", kind, uid) : fmt::format("{} \"{}\"", kind, name);
@@ -77,47 +42,6 @@ std::string withCount(std::string_view what, int count)
 {
     return count > 1 ? fmt::format("{} ({})", what, count) : std::string(what);
 }
-
-// Memory that a document cannot make the parser take without end.
-class ParserMemory : public xercesc::MemoryManager
-{
-public:
-    // Exceptions outlive the parser.
-    xercesc::MemoryManager * getExceptionMemoryManager() override { return xercesc::XMLPlatformUtils::fgMemoryManager; }
-    void * allocate(XMLSize_t size) override
-    {
-        if (size > mostParserMemory - taken) throw xercesc::OutOfMemoryException();
-        auto * const block = static_cast<Head *>(std::malloc(sizeof(Head) + size));
-        if (!block) throw xercesc::OutOfMemoryException();
-        block->size = size;
-        taken += size;
-        return block + 1;
-    }
-    void deallocate(void * memory) override
-    {
-        if (!memory) return;
-        Head * const block = static_cast<Head *>(memory) - 1;
-        taken -= block->size;
-        std::free(block);
-    }
-
-private:
-    struct alignas(std::max_align_t) Head
-    {
-        std::size_t size;
-    };
-    std::size_t taken = 0;
-};
-
-// The parser's own libraries, for as long as a document is read.
-class ParserPlatform
-{
-public:
-    ParserPlatform() { xercesc::XMLPlatformUtils::Initialize(); }
-    ParserPlatform(ParserPlatform const &) = delete;
-    ParserPlatform & operator=(ParserPlatform const &) = delete;
-    ~ParserPlatform() { xercesc::XMLPlatformUtils::Terminate(); }
-};
 
 // Losses of one part, each once, with how often it was met.
 std::vector<std::pair<std::string_view, int>> merged(std::vector<std::pair<char const *, int>> const & losses)
@@ -132,12 +56,12 @@ std::vector<std::pair<std::string_view, int>> merged(std::vector<std::pair<char 
     return merged;
 }
 
-class DocumentReader : public xercesc::DefaultHandler
+class DocumentReader : public XmlHandler
 {
 public:
     explicit DocumentReader(std::string const & fileName) : fileName(fileName) {}
 
-    void parse(std::string const & text);
+    void parse(std::string_view text);
     // The plan, checked, once the document is at its end.
     Plan finish();
 
@@ -152,18 +76,12 @@ private:
         if (content.size() + length > mostText) refuse(line(), subject() + "a text is too long");
         content.append(text, length);
     }
-    void error(xercesc::SAXParseException const & fault) override { refuseForm(fault); }
-    void fatalError(xercesc::SAXParseException const & fault) override { refuseForm(fault); }
     xercesc::InputSource * resolveEntity(XMLCh const *, XMLCh const *) override { refuseDeclaration(); }
     void startDTD(XMLCh const *, XMLCh const *, XMLCh const *) override { refuseDeclaration(); }
 
     [[noreturn]] void refuse(int line, std::string const & what) const
     {
         throw Refusal(fmt::format("{}: line {}: {}", fileName, line, what));
-    }
-    [[noreturn]] void refuseForm(xercesc::SAXParseException const & fault) const
-    {
-        refuse(static_cast<int>(fault.getLineNumber()), "the XML is not well-formed: " + utf8(fault.getMessage()));
     }
     [[noreturn]] void refuseDeclaration() const
     {
@@ -226,23 +144,28 @@ private:
     std::unordered_map<int, std::vector<std::pair<char const *, int>>> taskLosses;
 };
 
-void DocumentReader::parse(std::string const & text)
+void DocumentReader::parse(std::string_view text)
 {
-    using xercesc::XMLUni;
-    ParserMemory memory;
-    std::unique_ptr<xercesc::SAX2XMLReader> const parser(xercesc::XMLReaderFactory::createXMLReader(&memory));
-    for (XMLCh const * each : {XMLUni::fgSAX2CoreValidation, XMLUni::fgXercesSchema, XMLUni::fgXercesLoadExternalDTD,
-                               XMLUni::fgXercesIdentityConstraintChecking})
-        parser->setFeature(each, false);
-    parser->setFeature(XMLUni::fgXercesSkipDTDValidation, true);
-    parser->setFeature(XMLUni::fgXercesDisableDefaultEntityResolution, true);
-    parser->setContentHandler(this);
-    parser->setErrorHandler(this);
-    parser->setEntityResolver(this);
-    parser->setLexicalHandler(this);
-    xercesc::MemBufInputSource source(reinterpret_cast<XMLByte const *>(text.data()), text.size(), "", false, &memory);
-    source.setCopyBufToStream(false);
-    parser->parse(source);
+    auto const read = [&text](char * bytes, std::size_t most)
+    {
+        std::size_t const count = text.copy(bytes, most);
+        text.remove_prefix(count);
+        return count;
+    };
+    try
+    {
+        parseXml(read, *this, mostParserMemory);
+    }
+    catch (XmlFault const & fault)
+    {
+        std::string const what = "the XML is not well-formed: " + fault.what;
+        if (fault.line == 0) throw Refusal(fileName + ": " + what);
+        refuse(static_cast<int>(fault.line), what);
+    }
+    catch (XmlTooLarge const &)
+    {
+        throw Refusal(fileName + ": needs more memory than any schedule");
+    }
 }
 
 void DocumentReader::checkRoot(Characters uri, Characters name) const
@@ -706,30 +629,13 @@ void DocumentReader::finishLosses()
         if (!task.isBlank) tell(task.uid, task.name.empty() ? named("task", "", task.uid) : task.name);
 }
 
-Plan parsed(std::string const & text, std::string const & fileName)
-{
-    DocumentReader reader(fileName);
-    try
-    {
-        reader.parse(text);
-    }
-    catch (xercesc::XMLException const & fault)
-    {
-        throw Refusal(fmt::format("{}: line {}: {}", fileName, fault.getSrcLine(), utf8(fault.getMessage())));
-    }
-    catch (xercesc::OutOfMemoryException const &)
-    {
-        throw Refusal(fmt::format("{}: needs more memory than any schedule", fileName));
-    }
-    return reader.finish();
-}
-
 }  // namespace
 
 Plan readMspdi(std::string const & text, std::string const & fileName)
 {
-    ParserPlatform const platform;
-    return parsed(text, fileName);
+    DocumentReader reader(fileName);
+    reader.parse(text);
+    return reader.finish();
 }
 
 }  // namespace orvane::app

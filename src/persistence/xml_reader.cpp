@@ -2,25 +2,14 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdlib>
-#include <new>
 
-#include <xercesc/sax/InputSource.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/sax2/Attributes.hpp>
-#include <xercesc/sax2/DefaultHandler.hpp>
-#include <xercesc/sax2/SAX2XMLReader.hpp>
-#include <xercesc/sax2/XMLReaderFactory.hpp>
-#include <xercesc/util/BinInputStream.hpp>
-#include <xercesc/util/OutOfMemoryException.hpp>
-#include <xercesc/util/PanicHandler.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/SecurityManager.hpp>
-#include <xercesc/util/TransService.hpp>
-#include <xercesc/util/XMLString.hpp>
-#include <xercesc/util/XMLUni.hpp>
 
+#include "persistence/xml_parser_impl.h"
 #include "platform/file.h"
+#include "platform/utf8_impl.h"
 
 namespace
 {
@@ -54,10 +43,7 @@ private:
     }
 };
 
-// What ends a document that is not fit to be read on.
-struct Refused
-{
-};
+using Refused = orvane::RefusedXml;
 
 // Whether the parser came through without an exception of its own.
 template <class Parse>
@@ -82,131 +68,6 @@ bool completes(Parse const & parse)
     return false;
 }
 
-class CPanic : public xercesc::PanicHandler
-{
-public:
-    void panic(PanicReasons const) override { throw Refused(); }
-};
-
-// The parser's own libraries, for as long as a document is read.
-class CPlatform
-{
-public:
-    CPlatform() { xercesc::XMLPlatformUtils::Initialize(xercesc::XMLUni::fgXercescDefaultLocale, nullptr, &panic); }
-    CPlatform(CPlatform const &) = delete;
-    CPlatform & operator=(CPlatform const &) = delete;
-    ~CPlatform() { xercesc::XMLPlatformUtils::Terminate(); }
-
-private:
-    CPanic panic;
-};
-
-// Memory that a document cannot make the parser take without end. What the parser loses when it breaks off is given
-// back in the end.
-class CBoundedMemory : public xercesc::MemoryManager
-{
-public:
-    CBoundedMemory() = default;
-    ~CBoundedMemory() override
-    {
-        while (blocks.next != &blocks) release(*blocks.next);
-    }
-    // Exceptions outlive the parser.
-    xercesc::MemoryManager * getExceptionMemoryManager() override { return xercesc::XMLPlatformUtils::fgMemoryManager; }
-    void * allocate(XMLSize_t size) override
-    {
-        bool const isTooMuch = size > memoryLimit || size + sizeof(Block) > memoryLimit - taken;
-        void * const memory = isTooMuch ? nullptr : std::malloc(sizeof(Block) + size);
-        if (!memory) throw xercesc::OutOfMemoryException();
-        auto * const block = new (memory) Block{&blocks, blocks.next, sizeof(Block) + size};
-        block->next->previous = blocks.next = block;
-        taken += block->size;
-        return block + 1;
-    }
-    void deallocate(void * memory) override
-    {
-        if (memory) release(static_cast<Block *>(memory)[-1]);
-    }
-
-private:
-    // What stands before each piece of memory: a ring of all of them.
-    struct alignas(std::max_align_t) Block
-    {
-        Block * previous;
-        Block * next;
-        std::size_t size;
-    };
-
-    void release(Block & block)
-    {
-        block.previous->next = block.next;
-        block.next->previous = block.previous;
-        taken -= block.size;
-        std::free(&block);
-    }
-
-    Block blocks{&blocks, &blocks, 0};
-    std::size_t taken = 0;
-};
-
-// How far a document has been read.
-struct Progress
-{
-    bool isDeclaring = false;
-    std::size_t declared = 0;
-};
-
-class CFileStream : public xercesc::BinInputStream
-{
-public:
-    CFileStream(CFile & file, Progress & progress) : file(file), progress(progress) {}
-    XMLFilePos curPos() const override { return position; }
-    // In small pieces, so that it is known how much of the document the parser has seen.
-    XMLSize_t readBytes(XMLByte * bytes, XMLSize_t count) override
-    {
-        if (progress.isDeclaring && (progress.declared += pieceSize) > declarationsLimit) throw Refused();
-        XMLSize_t const got = read(bytes, static_cast<unsigned int>(std::min<XMLSize_t>(count, pieceSize)));
-        position += got;
-        return got;
-    }
-    Character const * getContentType() const override { return nullptr; }
-
-private:
-    XMLSize_t read(XMLByte * bytes, unsigned int count)
-    {
-        try
-        {
-            return file.Read(bytes, count);
-        }
-        catch (CFileException const &)
-        {
-            throw Refused();
-        }
-    }
-
-    CFile & file;
-    Progress & progress;
-    XMLFilePos position = 0;
-};
-
-// A file that is open. The parser never opens one itself: what it was given is a path, never an address.
-class CFileSource : public xercesc::InputSource
-{
-public:
-    CFileSource(CFile & file, Progress & progress, xercesc::MemoryManager * memory)
-        : InputSource(memory), file(file), progress(progress)
-    {
-    }
-    xercesc::BinInputStream * makeStream() const override
-    {
-        return new (getMemoryManager()) CFileStream(file, progress);
-    }
-
-private:
-    CFile & file;
-    Progress & progress;
-};
-
 }  // namespace
 
 // Hands what the parser finds to the archive. Text between tags and processing instructions end in the empty
@@ -229,19 +90,21 @@ private:
     // No other file is read, whatever the document asks for.
     xercesc::InputSource * resolveEntity(Character const *, Character const *) override { throw Refused(); }
     void internalEntityDecl(Character const * name, Character const * value) override;
-    void startDTD(Character const *, Character const *, Character const *) override { progress.isDeclaring = true; }
-    void endDTD() override { progress.isDeclaring = false; }
+    void startDTD(Character const *, Character const *, Character const *) override { isDeclaring = true; }
+    void endDTD() override { isDeclaring = false; }
 
+    std::size_t read(CFile & file, char * bytes, std::size_t most);
     void tell(char const * severity, xercesc::SAXParseException const & fault);
     void showXMLError(CString const & text, int line, int column);
     CString utf8(Character const * text);
 
     CProjectXMLArchive & archive;
-    CBoundedMemory memory;
+    orvane::CXmlMemory memory{memoryLimit};
     xercesc::SecurityManager security;
-    std::unique_ptr<xercesc::XMLTranscoder> transcoder;
-    Progress progress;
+    bool isDeclaring = false;
+    std::size_t declared = 0;
     int depth = 0;
+    // Kept, so that its memory serves all texts.
     std::string plainText;
 };
 
@@ -259,7 +122,7 @@ int CProjectXMLArchive::parse(CString const & fileName, IProjectXMLTagProcessor 
     return completes(
         [&]
         {
-            CPlatform const platform;
+            orvane::CXmlPlatform const platform;
             CParser parser(*this);
             // Exceptions of the parser must not outlive its platform.
             return completes([&] { return parser.parse(source); });
@@ -269,40 +132,36 @@ int CProjectXMLArchive::parse(CString const & fileName, IProjectXMLTagProcessor 
 bool CProjectXMLArchive::CParser::parse(CFile & file)
 {
     using xercesc::XMLUni;
-    xercesc::XMLTransService::Codes outcome;
-    transcoder.reset(xercesc::XMLPlatformUtils::fgTransService->makeNewTranscoderFor("UTF-8", outcome, 4096));
-    std::unique_ptr<xercesc::SAX2XMLReader> const reader(xercesc::XMLReaderFactory::createXMLReader(&memory));
+    auto const parser = orvane::makeXmlParser(*this, memory);
     // By the document's own declarations, where it has any.
-    reader->setFeature(XMLUni::fgSAX2CoreValidation, true);
-    reader->setFeature(XMLUni::fgXercesDynamic, true);
-    reader->setFeature(XMLUni::fgXercesSchema, false);
-    reader->setFeature(XMLUni::fgXercesSchemaFullChecking, false);
-    reader->setFeature(XMLUni::fgXercesDisableDefaultEntityResolution, true);
+    parser->setFeature(XMLUni::fgSAX2CoreValidation, true);
+    parser->setFeature(XMLUni::fgXercesDynamic, true);
     security.setEntityExpansionLimit(entityLimit);
-    reader->setProperty(XMLUni::fgXercesSecurityManager, &security);
-    reader->setContentHandler(this);
-    reader->setErrorHandler(this);
-    reader->setEntityResolver(this);
-    reader->setDeclarationHandler(this);
-    reader->setLexicalHandler(this);
-    reader->parse(CFileSource(file, progress, &memory));
-    return reader->getErrorCount() == 0;
+    parser->setProperty(XMLUni::fgXercesSecurityManager, &security);
+    auto const bytes = [&](char * to, std::size_t most) { return read(file, to, most); };
+    parser->parse(orvane::CXmlSource(bytes, memory));
+    return parser->getErrorCount() == 0;
+}
+
+// In small pieces, so that it is known how much of the document the parser has seen.
+std::size_t CProjectXMLArchive::CParser::read(CFile & file, char * bytes, std::size_t most)
+{
+    if (isDeclaring && (declared += pieceSize) > declarationsLimit) throw Refused();
+    try
+    {
+        return file.Read(bytes, static_cast<unsigned int>(std::min(most, pieceSize)));
+    }
+    catch (CFileException const &)
+    {
+        throw Refused();
+    }
 }
 
 CString CProjectXMLArchive::CParser::utf8(Character const * text)
 {
     if (!text) return {};
-    // Nearly all texts are of characters that are one byte each.
-    Character const * end = text;
-    while (*end != 0 && *end < 0x80) ++end;
-    if (*end == 0)
-    {
-        plainText.resize(static_cast<std::size_t>(end - text));
-        std::transform(text, end, plainText.begin(), [](Character character) { return static_cast<char>(character); });
-        return CString(std::string_view(plainText));
-    }
-    xercesc::TranscodeToStr const bytes(text, transcoder.get(), &memory);
-    return CString(std::string_view(reinterpret_cast<char const *>(bytes.str()), bytes.length()));
+    orvane::assignUtf8(plainText, text);
+    return CString(std::string_view(plainText));
 }
 
 void CProjectXMLArchive::CParser::startElement(Character const * uri, Character const * localName,

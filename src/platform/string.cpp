@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "platform/utf8_impl.h"
+
 namespace
 {
 
@@ -22,23 +24,11 @@ int sign(std::strong_ordering order)
     return order < 0 ? -1 : order > 0 ? 1 : 0;
 }
 
-void appendUtf8(std::string & out, std::uint32_t point)
-{
-    bool const isCharacter = point <= 0x10FFFF && (point < 0xD800 || point > 0xDFFF);
-    if (!isCharacter) point = 0xFFFD;
-
-    int const followers = point < 0x80 ? 0 : point < 0x800 ? 1 : point < 0x10000 ? 2 : 3;
-    constexpr std::array<std::uint32_t, 4> leads = {0x00, 0xC0, 0xE0, 0xF0};
-    out.push_back(static_cast<char>(leads[static_cast<std::size_t>(followers)] | point >> 6 * followers));
-    for (int shift = 6 * (followers - 1); shift >= 0; shift -= 6)
-        out.push_back(static_cast<char>(0x80 | (point >> shift & 0x3F)));
-}
-
 }  // namespace
 
 CString::CString(wchar_t const * text)
 {
-    for (; text && *text; ++text) appendUtf8(bytes, static_cast<std::uint32_t>(*text));
+    for (; text && *text; ++text) orvane::appendUtf8(bytes, static_cast<std::uint32_t>(*text));
 }
 
 CString CString::Mid(int first, int count) const
