@@ -3,14 +3,14 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
-#include <string_view>
-#include <unordered_map>
 #include <utility>
 
 #include <fmt/format.h>
 
 #include "app/command.h"
 #include "app/exchange/date_comparison.h"
+#include "app/exchange/import_resources.h"
+#include "app/exchange/import_values.h"
 #include "app/exchange/plan_calendars.h"
 #include "app/session.h"
 #include "app/text_values.h"
@@ -21,273 +21,6 @@ namespace orvane::app
 {
 namespace
 {
-
-CProjectDuration minutesLong(Minute minutes)
-{
-    return CProjectDuration(std::clamp<Minute>(minutes, -INT32_MAX / 60, INT32_MAX / 60) * 60);
-}
-
-// ---- texts ------------------------------------------------------------------------------------------
-
-enum class TextLines
-{
-    one,
-    many
-};
-
-// As the rules take it: so many bytes at most, without control characters. Tells whether that changed the text.
-std::string heldText(std::string text, std::size_t longest, TextLines lines, bool & isChanged)
-{
-    std::erase(text, '\r');
-    std::string const before = text;
-    for (char & c : text)
-        if (static_cast<unsigned char>(c) < 0x20 && c != '\t' && !(c == '\n' && lines == TextLines::many)) c = ' ';
-    if (text.size() > longest)
-    {
-        // Not in the middle of a letter.
-        while (longest > 0 && (static_cast<unsigned char>(text[longest]) & 0xC0) == 0x80) --longest;
-        text.resize(longest);
-    }
-    isChanged = text != before;
-    return text;
-}
-
-bool namesOneOf(std::string const & text, std::initializer_list<std::string_view> words)
-{
-    std::string lower;
-    for (char const c : text) lower += static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
-    return std::any_of(words.begin(), words.end(),
-                       [&](std::string_view word) { return lower.find(word) != lower.npos; });
-}
-
-// ---- calendars, companies and resources -------------------------------------------------------------
-
-void addCost(CCostArray & costs, std::string const & description, double amount, CCostType::COST_TYPE type)
-{
-    if (amount == 0 || !std::isfinite(amount)) return;
-    CCost cost;
-    cost.setDescription(description.c_str());
-    cost.setAmount(amount);
-    cost.setType(CCostType(type));
-    costs.Add(cost);
-}
-
-// Makes the calendars, companies and resources of the plan, and knows them by their numbers.
-class ResourceImport
-{
-public:
-    ResourceImport(Plan const & plan, CProject const & project, CLocalRulesChecker & rules,
-                   std::vector<PlanLoss> & losses)
-        : plan(plan), calendars(plan.calendars), project(project), rules(rules), losses(losses)
-    {
-    }
-
-    bool run() { return setProjectCalendar() && addCompanies() && addResources(); }
-
-    CCompanyID const & mainCompany() const { return companies.at(noCalendar); }
-    PlanCalendars const & planCalendars() const { return calendars; }
-    // The calendar by which a task with that calendar works; NULL means the project's.
-    CCalendarID calendarOf(int uid) const
-    {
-        auto const found = calendarIDs.find(uid);
-        return found == calendarIDs.end() ? CCalendarID(orvane::nullID) : found->second;
-    }
-
-    struct Resource
-    {
-        PlanResource const * plan;
-        CResourceID id{orvane::nullID};
-        // By which it works; NULL means the project's.
-        CCalendarID calendarID{orvane::nullID};
-    };
-    // Null for a cost resource, which is none here.
-    Resource const * find(int uid) const
-    {
-        auto const found = resources.find(uid);
-        return found == resources.end() ? nullptr : &found->second;
-    }
-
-private:
-    static constexpr int noCalendar = INT_MIN;
-
-    void lose(std::string const & what) { losses.push_back({"", what}); }
-
-    bool setProjectCalendar()
-    {
-        CCalendar const & present = project.getProjectCalendar();
-        projectDays = daysOfCalendar(present);
-        PlanCalendar const * const calendar = calendars.find(plan.calendarUID);
-        if (!calendar) return true;
-        PlanDays const days = calendars.daysOf(*calendar, losses);
-        if (!days.hasWork())
-        {
-            lose(
-                fmt::format("calendar \"{}\": its week has no work; the project works Monday to Friday, 09:00 to 17:00",
-                            calendar->name));
-            return true;
-        }
-        projectDays = days;
-        return rules.setCalendar(calendarWithDays(present, days));
-    }
-
-    // The exceptions of the project's calendar overrule those of all others.
-    void tellOverruled(std::string const & name, PlanDays const & days)
-    {
-        std::size_t overruled = 0;
-        for (auto const & [day, blocks] : projectDays.exceptions) overruled += days.on(day) != blocks;
-        if (overruled > 0)
-            lose(fmt::format(
-                "calendar \"{}\": its hours on {} {}, for there the exceptions of the project's calendar rule", name,
-                overruled, overruled == 1 ? "day" : "days"));
-    }
-
-    bool addCompany(int calendarUID, std::string const & name)
-    {
-        CCompany company;
-        company.setName(name.c_str());
-        company.setType(CCompanyType(CCompanyType::Contractor));
-        companies.emplace(calendarUID, company.getID());
-        return rules.addCompany(company);
-    }
-
-    bool addCompanies()
-    {
-        if (!addCompany(noCalendar, mainCompanyName)) return false;
-        for (PlanCalendar const & calendar : plan.calendars)
-            if (calendar.isBase && calendar.uid != plan.calendarUID && !addCompanyOf(calendar)) return false;
-        return true;
-    }
-
-    bool addCompanyOf(PlanCalendar const & calendar)
-    {
-        bool isChanged = false;
-        constexpr std::size_t longestName = 1024;
-        std::string name = heldText(calendar.name, longestName, TextLines::one, isChanged);
-        if (name.find_first_not_of(" \t") == name.npos) name = fmt::format("Calendar {}", calendar.uid);
-        PlanDays const days = calendars.daysOf(calendar, losses);
-        // The main company may be one of those that were exported.
-        if (name == mainCompanyName) companies.emplace(calendar.uid, companies.at(noCalendar));
-        else if (!addCompany(calendar.uid, name)) return false;
-        CCalendar const & present = project.getCompany(companies.at(calendar.uid))->getCalendar();
-        if (!days.hasWork())
-        {
-            lose(fmt::format("calendar \"{}\": its week has no work; the project's calendar is used instead",
-                             calendar.name));
-            return true;
-        }
-        calendarIDs.emplace(calendar.uid, present.getID());
-        tellOverruled(calendar.name, days);
-        return rules.setCalendar(calendarWithDays(present, days));
-    }
-
-    // ---- resources ----------------------------------------------------------------------------------
-
-    bool addResources()
-    {
-        for (PlanResource const & resource : plan.resources)
-        {
-            if (resource.kind == PlanResourceKind::cost) continue;
-            bool isAdded = false;
-            if (resource.kind == PlanResourceKind::material)
-                isAdded = add<CMaterialResource>(resource, &IRulesChecker::addMaterialResourceToCompany);
-            else if (namesOneOf(resource.group, {"equipment", "plant", "machine"}))
-                isAdded = add<CEquipmentResource>(resource, &IRulesChecker::addEquipmentResourceToCompany);
-            else if (namesOneOf(resource.group, {"location"}))
-                isAdded = add<CLocationResource>(resource, &IRulesChecker::addLocationResourceToCompany);
-            else isAdded = add<CHumanResource>(resource, &IRulesChecker::addHumanResourceToCompany);
-            if (!isAdded) return false;
-        }
-        return true;
-    }
-
-    // Whole units work a day each, all with the same share of it.
-    template <class Resource>
-    void setUnits(Resource & resource, PlanResource const & from)
-    {
-        double const most = std::isfinite(from.maxUnits) ? std::clamp(from.maxUnits, 0.0, 1e6) : 1;
-        int const units = static_cast<int>(std::ceil(most));
-        resource.setUseRatePerDay(units);
-        resource.setTotalUnitsAvailable(units);
-        if constexpr (requires { resource.setPercentageUsed(100); })
-        {
-            int const percent = units == 0 ? 100 : static_cast<int>(std::lround(most / units * 100));
-            resource.setPercentageUsed(percent);
-            if (std::abs(units * percent * 0.01 - most) > 1e-6)
-                lose(fmt::format("resource \"{}\": {} units, of which {} at {} percent are kept", from.name,
-                                 from.maxUnits, units, percent));
-        }
-    }
-
-    template <class Resource>
-    CCostArray costsOf(PlanResource const & from)
-    {
-        CCostArray costs;
-        bool const isMaterial = from.kind == PlanResourceKind::material;
-        addCost(costs, isMaterial ? "Unit price" : "Standard rate", from.standardRate,
-                isMaterial ? CCostType::Fixed : CCostType::Hourly);
-        addCost(costs, "Cost per use", from.costPerUse, CCostType::Fixed);
-        if (isMaterial && from.standardRate != 0)
-            lose(fmt::format("resource \"{}\": the price of a unit is charged once on each task, whatever the quantity",
-                             from.name));
-        if (from.overtimeRate != 0) lose(fmt::format("resource \"{}\": the rate for overtime", from.name));
-        return costs;
-    }
-
-    template <class Resource>
-    bool add(PlanResource const & from, bool (IRulesChecker::*door)(Resource const &, CCompanyID const &))
-    {
-        PlanCalendar const * const calendar = calendars.find(from.calendarUID);
-        PlanCalendar const * const base = calendar ? calendars.baseOf(*calendar) : nullptr;
-        auto const company = companies.find(base ? base->uid : noCalendar);
-        CCompanyID const companyID = company == companies.end() ? mainCompany() : company->second;
-        bool isChanged = false;
-        constexpr std::size_t longest = 8192;
-        Resource resource;
-        resource.setName(heldText(from.name.empty() ? fmt::format("Resource {}", from.uid) : from.name, longest,
-                                  TextLines::one, isChanged)
-                             .c_str());
-        resource.setDescription(heldText(from.notes, longest, TextLines::many, isChanged).c_str());
-        setUnits(resource, from);
-        CCostArray const costs = costsOf<Resource>(from);
-        if (!costs.IsEmpty()) resource.setCosts(costs);
-        if (!from.group.empty() && !namesOneOf(from.group, {"equipment", "plant", "machine", "location"}))
-            lose(fmt::format("resource \"{}\": the group \"{}\"", from.name, from.group));
-        if (!(rules.*door)(resource, companyID)) return false;
-        auto & added = resources[from.uid];
-        added = {&from, resource.getID(), base ? calendarOf(base->uid) : CCalendarID(orvane::nullID)};
-        if constexpr (requires { resource.getCalendar(); })
-            if (calendar && base && calendar != base) return setCalendar<Resource>(added, *calendar, *base);
-        return true;
-    }
-
-    // Only days that differ from those of the base make a calendar of its own.
-    template <class Kind>
-    bool setCalendar(Resource & added, PlanCalendar const & calendar, PlanCalendar const & base)
-    {
-        std::vector<PlanLoss> baseLosses, ownLosses;
-        PlanDays const days = calendars.daysOf(calendar, ownLosses), baseDays = calendars.daysOf(base, baseLosses);
-        if (days == baseDays) return true;
-        if (!days.hasWork())
-        {
-            lose(fmt::format("calendar of the resource \"{}\": its week has no work", added.plan->name));
-            return true;
-        }
-        tellOverruled(added.plan->name, days);
-        CCalendar const & present = static_cast<Kind const *>(project.getResource(added.id))->getCalendar();
-        added.calendarID = present.getID();
-        return rules.setCalendar(calendarWithDays(present, days));
-    }
-
-    Plan const & plan;
-    PlanCalendars const calendars;
-    CProject const & project;
-    CLocalRulesChecker & rules;
-    std::vector<PlanLoss> & losses;
-    PlanDays projectDays;
-    std::unordered_map<int, CCompanyID> companies;
-    std::unordered_map<int, CCalendarID> calendarIDs;
-    std::unordered_map<int, Resource> resources;
-};
 
 // ---- tasks ------------------------------------------------------------------------------------------
 
@@ -545,7 +278,8 @@ private:
         for (PlanAssignment const * assignment : assignments[each])
         {
             ResourceImport::Resource const * const resource = resources.find(assignment->resourceUID);
-            if (!resource) addCost(costs, nameOfResource(assignment->resourceUID), assignment->cost, CCostType::Fixed);
+            if (!resource)
+                addCost(costs, resources.costName(assignment->resourceUID), assignment->cost, CCostType::Fixed);
             else if (assigned.findByID(resource->id) >= 0)
                 lose(taskAt(each), fmt::format("a second assignment of \"{}\"", resource->plan->name));
             else
@@ -560,13 +294,6 @@ private:
         }
         if (!assigned.IsEmpty()) task.setAssignedResources(assigned);
         addCosts(task, each, costs);
-    }
-
-    std::string nameOfResource(int uid) const
-    {
-        for (PlanResource const & resource : plan.resources)
-            if (resource.uid == uid) return resource.name;
-        return {};
     }
 
     void addCosts(CTask & task, std::size_t each, CCostArray const & costs)
