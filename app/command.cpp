@@ -68,6 +68,16 @@ CLI::App & addCommand(CLI::App & program, std::string const & name, std::string 
     return command;
 }
 
+void addProject(CLI::App & command, std::string & path)
+{
+    command.add_option("PROJECT", path, "the project file")->required();
+}
+
+void addJson(CLI::App & command, bool & asJson)
+{
+    command.add_flag("--json", asJson, "answers as JSON");
+}
+
 void onRun(CLI::App & command, std::function<int()> action)
 {
     command.callback([action = std::move(action)] { answered = action(); });

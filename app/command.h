@@ -29,6 +29,9 @@ public:
 // A command of the program: one line on what it does, and examples, one to a line, for its help.
 CLI::App & addCommand(CLI::App & program, std::string const & name, std::string const & summary,
                       std::string const & examples);
+// Its argument PROJECT, the path of a project file, and its flag --json.
+void addProject(CLI::App & command, std::string & path);
+void addJson(CLI::App & command, bool & asJson);
 // What the command does once its arguments are known: answers with the program's ending.
 void onRun(CLI::App & command, std::function<int()> action);
 

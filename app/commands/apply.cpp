@@ -143,7 +143,7 @@ void addApply(CLI::App & program)
                                     "A refused rule is reported and the rest goes on, and is saved, unless --stop-on-refusal is\n"
                                     "given; the run ends with 1 all the same.\n"
                                     "A line that is no action ends the run with 1; what was done before it is saved.");
-    command.add_option("PROJECT", options->project, "the project file")->required();
+    addProject(command, options->project);
     command.add_option("ACTIONS", options->actions, "the actions; - is the standard input")->required();
     command.add_flag("--dry-run", options->dryRun, "answer the same and save nothing");
     command.add_flag("--stop-on-refusal", options->stopOnRefusal,

@@ -238,8 +238,7 @@ void addConfig(CLI::App & program)
         onRun(command, [options, action] { return action(*options); });
         return command;
     };
-    add("list", "lists all settings", "list --json", listSettings)
-        .add_flag("--json", options->asJson, "answers as JSON");
+    addJson(add("list", "lists all settings", "list --json", listSettings), options->asJson);
     auto const addName = [&](CLI::App & command)
     { return command.add_option("NAME", options->name, "the setting, as list has it")->required(); };
     addName(add("get", "prints the value of a setting", "get ShowCriticalPath", getSetting));

@@ -96,7 +96,7 @@ void addDump(CLI::App & program)
     CLI::App & command =
         addCommand(program, "dump", "writes the whole project as JSON, with all that is computed",
                    "  orvane dump bridge.prj | jq '.tasks[].name'\n  orvane dump bridge.prj -o bridge.json");
-    command.add_option("PROJECT", options->path, "the project file")->required();
+    addProject(command, options->path);
     command.add_option("-o,--output", options->output, "the file to write; - is the standard output")
         ->type_name("FILE")
         ->capture_default_str();

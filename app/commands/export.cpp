@@ -89,7 +89,7 @@ void addExport(CLI::App & program)
                                     "  orvane export bridge.prj -o bridge.xml\n"
                                     "  orvane export bridge.prj --mspdi -o schedule.xml\n"
                                     "  orvane export bridge.prj -o tasks.csv");
-    command.add_option("PROJECT", options->project, "the project file")->required();
+    addProject(command, options->project);
     command
         .add_option("-o,--output", options->output,
                     "the file to write: .xml for the document of the project, .csv for a table of its tasks")

@@ -130,7 +130,7 @@ void addGantt(CLI::App & program)
                                     "  orvane gantt bridge.prj -o bridge.svg\n"
                                     "  orvane gantt bridge.prj -o bridge.pdf --paper A3 --landscape\n"
                                     "  orvane gantt bridge.prj -o may.png --from 2027-05-01 --to 2027-06-01 --expand");
-    command.add_option("PROJECT", request->project, "the project file")->required();
+    addProject(command, request->project);
     command.add_option("-o,--output", request->output, "the picture; its name ends in .svg, .png or .pdf")->required();
     command.add_option("--from", request->from, "where the chart begins, as 2027-03-01")->type_name("TIME");
     command.add_option("--to", request->to, "where the chart ends")->type_name("TIME");

@@ -101,8 +101,8 @@ CLI::App & addHistoryCommand(CLI::App & program, HistoryOptions & options, char 
                              char const * examples)
 {
     CLI::App & command = addCommand(program, name, summary, examples);
-    command.add_option("PROJECT", options.path, "the project file")->required();
-    command.add_flag("--json", options.asJson, "answers as JSON");
+    addProject(command, options.path);
+    addJson(command, options.asJson);
     addLoginOption(command, options.login);
     return command;
 }

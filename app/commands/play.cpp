@@ -67,7 +67,7 @@ void addPlay(CLI::App & program)
         addCommand(program, "play", "Makes a page that plays the schedule against the site, in one file.",
                    "  orvane play bridge.prj -o bridge.html\n"
                    "  orvane play bridge.prj -o bridge.html --title \"Bridge over the Ouse\" --at 2027-05-01");
-    command.add_option("PROJECT", request->project, "the project file")->required();
+    addProject(command, request->project);
     command.add_option("-o,--output", request->output, "the page, a file of HTML; - is the standard output")
         ->required();
     command.add_option("--title", request->title, "what the page is called; the name of the file unless given");

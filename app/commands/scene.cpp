@@ -221,15 +221,15 @@ void addScene(CLI::App & program)
     auto const options = std::make_shared<SceneOptions>();
     CLI::App & scene = addCommand(program, "scene", "Puts solids on the site, or lists what stands there.",
                                   "  orvane scene bridge.prj add piers.json\n  orvane scene bridge.prj list --json");
-    scene.add_option("PROJECT", options->project, "the project file")->required();
+    addProject(scene, options->project);
     scene.require_subcommand(1);
     addSceneCommand(scene, options, "add", "Adds boxes, cylinders, spheres and extrusions in one action.",
                     "  orvane scene bridge.prj add piers.json", runAdd)
         .add_option("FILE", options->file, "a JSON file of entities; - is the standard input")
         ->required();
-    addSceneCommand(scene, options, "list", "Lists every entity with what it stands for.",
-                    "  orvane scene bridge.prj list --json", runList)
-        .add_flag("--json", options->json, "as JSON");
+    addJson(addSceneCommand(scene, options, "list", "Lists every entity with what it stands for.",
+                            "  orvane scene bridge.prj list --json", runList),
+            options->json);
 }
 
 }  // namespace orvane::app

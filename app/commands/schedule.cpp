@@ -111,9 +111,9 @@ void addSchedule(CLI::App & program)
         program, "schedule", "moves each task to the earliest start that its links allow",
         "  orvane schedule bridge.prj --dry-run\n  orvane schedule bridge.prj\n  orvane schedule bridge.prj --json");
     command.footer(std::string(scheduleRules) + "\n\n" + command.get_footer());
-    command.add_option("PROJECT", options->path, "the project file")->required();
+    addProject(command, options->path);
     command.add_flag("--dry-run", options->isDryRun, "lists what would move, and changes nothing");
-    command.add_flag("--json", options->asJson, "answers as JSON");
+    addJson(command, options->asJson);
     addLoginOption(command, options->login);
     onRun(command, [options] { return runSchedule(*options); });
 }

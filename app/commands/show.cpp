@@ -470,11 +470,11 @@ void addShow(CLI::App & program)
     CLI::App & command = addCommand(program, "show", "shows a part of a project as a table",
                                     "  orvane show bridge.prj\n  orvane show bridge.prj critical-path --json\n"
                                     "  orvane show bridge.prj costs");
-    command.add_option("PROJECT", options->path, "the project file")->required();
+    addProject(command, options->path);
     std::vector<std::string> names{criticalPath};
     for (Shown const & each : listings) names.emplace_back(each.name);
     command.add_option("PART", options->what, "what to show")->check(CLI::IsMember(names))->capture_default_str();
-    command.add_flag("--json", options->asJson, "answers as JSON");
+    addJson(command, options->asJson);
     addLoginOption(command, options->login);
     onRun(command, [options] { return show(*options); });
 }

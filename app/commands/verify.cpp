@@ -64,7 +64,7 @@ void addVerify(CLI::App & program)
     CLI::App & command = addCommand(program, "verify", "tells what a file is, its version, and whether it is whole",
                                     "  orvane verify bridge.prj\n  orvane verify plan.xml --json");
     command.add_option("FILE", options->path, "any file")->required();
-    command.add_flag("--json", options->asJson, "answers as JSON");
+    addJson(command, options->asJson);
     onRun(command, [options] { return verifyFile(*options); });
 }
 

@@ -92,10 +92,10 @@ void addWhy(CLI::App & program)
     command.footer("The answer goes back from link to link to the start of the chain: what drives each date, and what "
                    "the calendar, constraints, risks, reports and progress make of it.\n\n" +
                    command.get_footer());
-    command.add_option("PROJECT", options->path, "the project file")->required();
+    addProject(command, options->path);
     command.add_option("TASK", options->task, "its exact name, # and its row from 1, or its 32 hexadecimal digits")
         ->required();
-    command.add_flag("--json", options->asJson, "answers as JSON");
+    addJson(command, options->asJson);
     addLoginOption(command, options->login);
     onRun(command, [options] { return runWhy(*options); });
 }
