@@ -150,10 +150,10 @@ CTask TaskDraft::make() const
 
 // ---- plans ------------------------------------------------------------------------------------------
 
-Plan::Plan(std::vector<TaskDraft> const & specs)
+Plan::Plan(std::vector<TaskDraft> const & drafts)
 {
-    for (TaskDraft const & draft : specs) tasks().addTask(draft.make());
-    for (TaskDraft const & draft : specs) addLinks(draft);
+    for (TaskDraft const & draft : drafts) tasks().addTask(draft.make());
+    for (TaskDraft const & draft : drafts) addLinks(draft);
     project.postSerialize();
     derive();
 }
