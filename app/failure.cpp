@@ -69,7 +69,7 @@ void writeText(std::string const & path, std::string const & text)
         std::cout << text;
         return;
     }
-    CReplacedFile target(path.c_str());
+    CReplacedFile target(path.c_str(), CReplacedFile::NewFile::byUmask);
     CFile file;
     CFileException failure;
     if (!target.open(file, &failure)) throw failure;

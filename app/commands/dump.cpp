@@ -67,7 +67,7 @@ private:
 // The file is whole, or as it was.
 void dumpToFile(CProject const & project, std::string const & path)
 {
-    CReplacedFile target(path.c_str());
+    CReplacedFile target(path.c_str(), CReplacedFile::NewFile::byUmask);
     CFile file;
     CFileException failure;
     if (!target.open(file, &failure)) throw failure;

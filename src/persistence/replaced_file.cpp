@@ -71,10 +71,19 @@ int CReplacedFile::create()
     }
     temporary = directoryOf(path) + ".orvane-XXXXXX";
     handle = mkostemp(temporary.data(), O_CLOEXEC);
+    if (handle >= 0 && newFile == NewFile::byUmask) createAgain();
     if (handle >= 0) return 0;
     temporary.clear();
     if (errno == ENOENT) return ENOTDIR;
     return takesNoNewFile(errno) ? 0 : errno;
+}
+
+// Under the name that was free, as the system makes new files.
+void CReplacedFile::createAgain()
+{
+    close(handle);
+    unlink(temporary.c_str());
+    handle = ::open(temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
 }
 
 bool CReplacedFile::open(CFile & file, CFileException * exception)

@@ -20,12 +20,22 @@ namespace orvane
 //     target.commit();
 //
 // Without commit, as when an exception passes, the old file stays and the new one is removed. An existing file
-// keeps its mode; a new one is for its owner alone. A target that is a link or no regular file, or whose directory
+// keeps its mode; a new one is for its owner alone unless told otherwise. A target that is a link or no regular file, or whose directory
 // takes no new file, is written in place, without this safety.
 class CReplacedFile
 {
 public:
-    explicit CReplacedFile(CString const & path) : target(path) {}
+    // For whom a file is that was not there before.
+    enum class NewFile
+    {
+        forOwner,
+        // For whom the user lets new files be, by his umask.
+        byUmask
+    };
+
+    explicit CReplacedFile(CString const & path, NewFile newFile = NewFile::forOwner) : target(path), newFile(newFile)
+    {
+    }
     CReplacedFile(CReplacedFile const &) = delete;
     CReplacedFile & operator=(CReplacedFile const &) = delete;
     ~CReplacedFile() { discard(); }
@@ -38,10 +48,12 @@ public:
 
 private:
     int create();
+    void createAgain();
     int finish();
     void discard();
 
     CString target;
+    NewFile newFile;
     // Beside the target; empty when written in place.
     std::string temporary;
     // Of what is written. Held from the beginning, so that no failure to write it goes unnoticed.

@@ -40,6 +40,16 @@ TEST(ReplacedFileTest, TheOldFileStaysUntilTheNewOneIsWhole)
     CFile before(path, CFile::modeRead);
     EXPECT_EQ(save(path, "second"), 0);
     EXPECT_EQ(mode(path), 0664);
+    mode_t const umaskBefore = umask(027);
+    {
+        CReplacedFile target(folder.path("shared"), CReplacedFile::NewFile::byUmask);
+        CFile file;
+        ASSERT_TRUE(target.open(file));
+        file.Close();
+        target.commit();
+    }
+    umask(umaskBefore);
+    EXPECT_EQ(mode(folder.path("shared")), 0640);
     EXPECT_EQ(before.GetLength(), 5);
     {
         CReplacedFile target(path);
@@ -52,7 +62,7 @@ TEST(ReplacedFileTest, TheOldFileStaysUntilTheNewOneIsWhole)
         EXPECT_EQ(save(path, std::string(2000, 'x')), CFileException::diskFull);
     }
     EXPECT_EQ(folder.read("a.prj"), "second");
-    EXPECT_EQ(folder.entryCount(), 1);
+    EXPECT_EQ(folder.entryCount(), 2);
 }
 
 TEST(ReplacedFileTest, LinksAndDevicesAreWrittenInPlace)
