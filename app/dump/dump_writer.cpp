@@ -43,7 +43,9 @@ public:
         list("filters", project.getAllFilters());
         member("views", viewsJson());
         writeScene();
-        member("costs", costsJson(costs.ofPlan()));
+        std::string text;
+        appendCosts(text, costs.ofPlan());
+        out << ",\n\"costs\": " << text;
         member("criticalPath", criticalPathJson());
         out << ",\n\"tasks\": ";
         writeTasks(project.getAllTasks());
@@ -153,36 +155,43 @@ private:
                 {"linkIDs", links}};
     }
 
-    Json computedJson(CTask const & task, int row) const
+    void appendComputed(std::string & text, CTask const & task, int row) const
+    {
+        ObjectText object(text);
+        object.add("row", row);
+        object.add("summary", task.isSummaryTask());
+        // A blank row has no schedule.
+        if (task.isValid()) addFigures(object, text, task);
+        object.end();
+    }
+
+    void addFigures(ObjectText & object, std::string & text, CTask const & task) const
     {
         CProjectDuration const duration = task.getDuration();
-        Json json = {{"row", row}, {"summary", task.isSummaryTask()}};
-        // A blank row has no schedule.
-        if (!task.isValid()) return json;
-        auto const add = [&](char const * name, Json value) { json.push_back({name, std::move(value)}); };
+        auto const add = [&](char const * name, auto const & value) { object.add(name, value); };
         add("critical", project.isInCriticalPath(task.getID()));
         add("includedByFilter", task.isIncludedByFilter());
-        add("start", leafJson(task.getStartTime()));
-        add("end", leafJson(task.getEndTime()));
-        add("plannedEnd", leafJson(task.getPlannedEndTime()));
-        add("estimatedFinish", leafJson(task.getEstimatedFinishTime()));
-        add("endExcludingRisk", leafJson(task.getEndExcludingRisk()));
-        add("endOfUnmitigatedRisk", leafJson(task.getEndOfUnmitigatedRisk()));
-        add("endOfStoredRisk", leafJson(task.getEndOfStoredRisk()));
-        add("endOfBufferedRisk", leafJson(task.getEndOfBufferedRisk()));
-        add("endOfMitigatedRisk", leafJson(task.getEndOfMitigatedRisk()));
+        add("start", task.getStartTime());
+        add("end", task.getEndTime());
+        add("plannedEnd", task.getPlannedEndTime());
+        add("estimatedFinish", task.getEstimatedFinishTime());
+        add("endExcludingRisk", task.getEndExcludingRisk());
+        add("endOfUnmitigatedRisk", task.getEndOfUnmitigatedRisk());
+        add("endOfStoredRisk", task.getEndOfStoredRisk());
+        add("endOfBufferedRisk", task.getEndOfBufferedRisk());
+        add("endOfMitigatedRisk", task.getEndOfMitigatedRisk());
         add("durationMinutes", duration.GetTotalMinutes());
         add("durationDays", workingDays(duration, calendar));
         add("storedRiskMinutes", task.getStoredRiskDuration().GetTotalMinutes());
         add("riskMinutes", task.getTotalRiskDuration().GetTotalMinutes());
         add("percentComplete", task.getPercentComplete());
-        add("costs", costsJson(costs.of(task)));
+        object.begin("costs");
+        appendCosts(text, costs.of(task));
         if (task.isBaselineSet())
         {
             add("costVariance", task.getTotalCostVariance());
-            add("scheduleVarianceMinutes", leafJson(task.getScheduleVariance()));
+            add("scheduleVarianceMinutes", task.getScheduleVariance());
         }
-        return json;
     }
 
     void writeTasks(CTaskArray const & tasks)
@@ -191,9 +200,12 @@ private:
               [&](CTask const & task)
               {
                   // What stands below is written into the object.
-                  std::string text = jsonText(ownFieldsJson(task));
-                  text.pop_back();
-                  out << text << ",\"computed\":" << jsonText(computedJson(task, ++row)) << ",\"subTasks\":";
+                  line.clear();
+                  RecordForm<CTask>::append(line, task, "subTasks");
+                  line.pop_back();
+                  line += ",\"computed\":";
+                  appendComputed(line, task, ++row);
+                  out << line << ",\"subTasks\":";
                   if (task.getSubTasks()) writeTasks(*task.getSubTasks());
                   else out << "[]";
                   out << '}';
@@ -205,6 +217,7 @@ private:
     CCalendar const & calendar;
     PlanCosts const costs;
     int row = 0;
+    std::string line;
 };
 
 }  // namespace

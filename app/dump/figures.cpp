@@ -1,6 +1,6 @@
 #include "app/dump/figures.h"
 
-#include <nlohmann/json.hpp>
+#include "app/json/records.h"
 
 namespace orvane::app
 {
@@ -50,12 +50,12 @@ CostTotals ownCosts(CTask const & task)
     return totals;
 }
 
-Json kindsJson(std::array<double, CostTotals::kinds.size()> const & totals)
+void appendKinds(std::string & text, std::array<double, CostTotals::kinds.size()> const & totals)
 {
-    Json json = Json::object();
+    ObjectText object(text);
     for (std::size_t kind = 0; kind < totals.size(); ++kind)
-        if (totals[kind] != 0 || kind == CostTotals::total) json[CostTotals::kinds[kind]] = totals[kind];
-    return json;
+        if (totals[kind] != 0 || kind == CostTotals::total) object.add(CostTotals::kinds[kind], totals[kind]);
+    object.end();
 }
 
 }  // namespace
@@ -89,9 +89,14 @@ CostTotals PlanCosts::of(CTask const & task) const
     return found == summaries.end() ? ownCosts(task) : found->second;
 }
 
-Json costsJson(CostTotals const & totals)
+void appendCosts(std::string & text, CostTotals const & totals)
 {
-    return {{"budgeted", kindsJson(totals.budgeted)}, {"actual", kindsJson(totals.actual)}};
+    ObjectText object(text);
+    object.begin("budgeted");
+    appendKinds(text, totals.budgeted);
+    object.begin("actual");
+    appendKinds(text, totals.actual);
+    object.end();
 }
 
 // ---- the longest chain ------------------------------------------------------------------------------

@@ -45,8 +45,8 @@ private:
     CostTotals all;
 };
 
-// Kinds that cost nothing are left out, but for the total.
-Json costsJson(CostTotals const & totals);
+// As an object behind a text. Kinds that cost nothing are left out, but for the total.
+void appendCosts(std::string & text, CostTotals const & totals);
 
 // The longest chain of the plan.
 struct CriticalChain

@@ -397,6 +397,25 @@ Json fieldsJson(Record const & record, std::string_view without)
     return json;
 }
 
+template <class Record>
+void appendFields(std::string & text, Record const & record, std::string_view without)
+{
+    ObjectText object(text);
+    auto const append = [&](std::string_view name, auto get, auto)
+    {
+        if constexpr (!std::is_same_v<decltype(get), Hidden>)
+        {
+            if (name == without) return;
+            decltype(auto) value = std::invoke(get, record);
+            if constexpr (!std::is_pointer_v<std::remove_cvref_t<decltype(value)>>) object.add(name, value);
+            else if (value) object.add(name, *value);
+            else object.begin(name), text += "[]";
+        }
+    };
+    fields(append, &record);
+    object.end();
+}
+
 // ---- reading ----------------------------------------------------------------------------------------
 
 // What a setter takes behind the record.
@@ -517,6 +536,12 @@ template <class Record>
 Json RecordForm<Record>::write(Record const & record, std::string_view without)
 {
     return fieldsJson(record, without);
+}
+
+template <class Record>
+void RecordForm<Record>::append(std::string & text, Record const & record, std::string_view without)
+{
+    appendFields(text, record, without);
 }
 
 template <class Record>

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <utility>
+
 #include "app/json/values.h"
 #include "model/project.h"
 
@@ -27,6 +29,8 @@ class RecordForm
 public:
     // What the record stores and what belongs to it, but for one field if it is named. A user's password is left out.
     static Json write(Record const & record, std::string_view without = {});
+    // The same behind a text, which takes no tree.
+    static void append(std::string & text, Record const & record, std::string_view without = {});
     // Sets the fields that are given, in the order of the list and over what they hold. An array is replaced; an
     // element with the identifier of one that was there is read over that one. Refuses names that the record does not
     // have, values of another kind, and values that the record would not keep: `field "delay": "soon" is no duration`.
@@ -38,12 +42,6 @@ template <class Record>
 void setFields(Record & record, Json const & json, Reader const & reader)
 {
     RecordForm<Record>::setFields(record, json, reader);
-}
-
-// What the task itself holds, without the tasks below it: the field "subTasks".
-inline Json ownFieldsJson(CTask const & task)
-{
-    return RecordForm<CTask>::write(task, "subTasks");
 }
 
 // Any value, list or record.
@@ -61,6 +59,56 @@ Json toJson(Value const & value)
     }
     else return RecordForm<Value>::write(value);
 }
+
+// A list in JSON, of which `append` puts each element behind the text.
+template <class List, class Append>
+void appendList(std::string & text, List const & list, Append const & append)
+{
+    char before = '[';
+    for (int each = 0; each < list.GetSize(); ++each)
+    {
+        text += std::exchange(before, ',');
+        append(list.GetAt(each));
+    }
+    text += before == '[' ? "[]" : "]";
+}
+
+// As jsonText(toJson(value)), without the tree.
+template <class Value>
+void appendValue(std::string & text, Value const & value)
+{
+    if constexpr (std::is_arithmetic_v<Value> || LeafValue<Value>) appendJson(text, toJson(value));
+    else if constexpr (ListOfValues<Value>)
+        appendList(text, value, [&](auto const & each) { appendValue(text, each); });
+    else RecordForm<Value>::append(text, value);
+}
+
+// An object in JSON, put behind a text member by member.
+class ObjectText
+{
+public:
+    explicit ObjectText(std::string & text) : text(text) {}
+    ObjectText(ObjectText const &) = delete;
+    ObjectText & operator=(ObjectText const &) = delete;
+
+    // What is put behind the text next is the member of that name, which has plain letters.
+    void begin(std::string_view name)
+    {
+        ((text += std::exchange(before, ',')) += '"') += name;
+        text += "\":";
+    }
+    template <class Value>
+    void add(std::string_view name, Value const & value)
+    {
+        begin(name);
+        appendValue(text, value);
+    }
+    void end() { text += before == '{' ? "{}" : "}"; }
+
+private:
+    std::string & text;
+    char before = '{';
+};
 
 template <class Value>
 void readJson(Json const & json, Value & value, Reader const & reader);

@@ -4,6 +4,8 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
+#include <iterator>
 #include <limits>
 
 #include <fmt/format.h>
@@ -130,6 +132,17 @@ Json parseJson(std::string_view text)
 std::string jsonText(Json const & json)
 {
     return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+void appendJson(std::string & text, Json const & json)
+{
+    auto const isPlain = [](char c) { return c >= ' ' && c < 0x7F && c != '"' && c != '\\'; };
+    if (json.is_null()) text += "null";
+    else if (json.is_boolean()) text += json.get<bool>() ? "true" : "false";
+    else if (json.is_number_integer()) fmt::format_to(std::back_inserter(text), "{}", json.get<std::int64_t>());
+    else if (json.is_string() && std::ranges::all_of(json.get_ref<std::string const &>(), isPlain))
+        ((text += '"') += json.get_ref<std::string const &>()) += '"';
+    else text += jsonText(json);
 }
 
 // ---- writing ----------------------------------------------------------------------------------------

@@ -54,6 +54,8 @@ Json const & objectOf(Json const & json);
 Json parseJson(std::string_view text);
 // The JSON in few bytes, whatever bytes its texts have.
 std::string jsonText(Json const & json);
+// The same behind a text. Fast for what is neither list nor object.
+void appendJson(std::string & text, Json const & json);
 
 // ---- leaves -----------------------------------------------------------------------------------------
 
