@@ -101,6 +101,7 @@ int run(int count, char const * const * arguments)
     addConfig(program);
     addVerify(program);
     addGantt(program);
+    addChart(program);
     addPlay(program);
     int const result = runParsed(program, count, arguments);
     std::cout.flush();

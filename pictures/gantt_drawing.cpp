@@ -8,7 +8,7 @@
 #include <stdexcept>
 
 #include "config/project_config.h"
-#include "config/project_constants.h"
+#include "pictures/chart_sheet.h"
 
 namespace orvane::pictures
 {
@@ -19,24 +19,9 @@ using Bar = GanttLayout::Bar;
 using Row = GanttLayout::Row;
 using Entry = GanttLayout::LegendEntry;
 
-constexpr Color darkInk{31, 41, 55}, faintInk{84, 96, 114}, linkColor{124, 135, 152}, frameColor{150, 158, 170};
+constexpr Color linkColor{124, 135, 152};
 constexpr Color outermostTint{233, 238, 244}, innerTint{245, 247, 250};
-constexpr double titleHeight = 26, legendLine = 18, legendSample = 24, legendGap = 16;
-
-double rulerHeight()
-{
-    return CProjectConstants::getGanttRulerHeight();
-}
-
-Color rulerBackground()
-{
-    return Color::ofBackground(CProjectConfig::getRulerBackgroundColor());
-}
-Color rulerInk()
-{
-    Color const wanted = Color::ofNumber(CProjectConfig::getRulerForegroundColor());
-    return readable(wanted, rulerBackground());
-}
+constexpr double legendSample = 24, legendGap = 16;
 
 // A part of the chart: rows from `first` up to `last`, and the time between two places of the chart's width.
 struct Part
@@ -59,12 +44,7 @@ public:
 
     void drawTitle(Point const & at, double width) const
     {
-        Font const bold{.size = 15, .isBold = true, .color = darkInk},
-            plain{.size = 11, .color = faintInk, .align = Align::right};
-        std::string const title = fitted(layout.title, width * 0.6, bold);
-        canvas.text({at.x, at.y + 16}, title, bold);
-        canvas.text({at.x + width, at.y + 16}, fitted(layout.subtitle, width - textWidth(title, bold) - 20, plain),
-                    plain);
+        pictures::drawTitle(canvas, at, width, layout.title, layout.subtitle);
     }
 
     // The headings and, below them, the rows.
@@ -126,32 +106,9 @@ private:
     }
     void drawRuler(Part const & part) const
     {
-        double const half = rulerHeight() / 2;
-        canvas.box({part.left, 0, part.right - part.left, 2 * half}, {.fill = rulerBackground()});
-        Font const above{.size = 10, .isBold = false, .color = rulerInk()};
-        Font const below{.size = 10, .color = rulerInk(), .align = Align::middle};
-        for (TimeScale::Cell const & cell : layout.scale.upper())
-        {
-            if (!touches(part, cell.left, cell.right)) continue;
-            line({cell.left, 0}, {cell.left, half}, frameColor, 0.8);
-            // What began on another page says its name here, too.
-            double const left = std::max(cell.left, part.left) + 4;
-            if (left + textWidth(cell.label, above) <= std::min(cell.right, part.right))
-                canvas.text({left, half - 4.5}, cell.label, above);
-        }
-        for (TimeScale::Cell const & cell : layout.scale.lower())
-        {
-            if (!touches(part, cell.left, cell.right)) continue;
-            line({cell.left, half}, {cell.left, 2 * half}, frameColor, 0.6);
-            canvas.text({(cell.left + cell.right) / 2, 2 * half - 4.5}, cell.label, below);
-        }
-        line({part.left, half}, {part.right, half}, frameColor, 0.6);
+        pictures::drawRuler(canvas, layout.scale, part.left, part.right);
         for (auto const & moment : layout.moments)
-        {
-            std::array<Point, 3> const flag{
-                Point{moment.x - 4, 2 * half - 6}, {moment.x + 4, 2 * half - 6}, {moment.x, 2 * half}};
-            if (touches(part, moment.x - 4, moment.x + 4)) canvas.shape(flag, {.fill = moment.color});
-        }
+            if (touches(part, moment.x - 4, moment.x + 4)) drawFlag(canvas, moment.x, moment.color);
     }
 
     // ---- the table ----
@@ -176,11 +133,6 @@ private:
     {
         if (CProjectConfig::getGanttShowHorizontalLines())
             line({left, row.bottom()}, {right, row.bottom()}, gridColor(0.88), 0.6);
-    }
-    // Of the settings, so pale that it does not compete with the bars.
-    static Color gridColor(double paleness)
-    {
-        return mixed(Color::ofNumber(CProjectConfig::getGanttGridLinesColor()), white, paleness);
     }
 
     // ---- the chart ----
@@ -247,8 +199,7 @@ private:
     }
     void line(Point const & from, Point const & to, Color color, double width) const
     {
-        std::array<Point, 2> const points{from, to};
-        canvas.shape(points, {.line = color, .lineWidth = width});
+        drawLine(canvas, from, to, color, width);
     }
 
     void drawArrow(GanttLayout::Arrow const & arrow) const
@@ -344,11 +295,9 @@ private:
 
 // ---- pages ------------------------------------------------------------------------------------------
 
-constexpr double headerLine = 18, footerLine = 18, legendSpace = 6;
+constexpr double legendSpace = 6;
 // By how much a chart may be larger than its room; nobody sees it.
 constexpr double tolerance = 0.5;
-// Of a point, in units of the canvas.
-constexpr double perPoint = 96.0 / 72.0;
 
 // What stands above and below the rows on a page.
 double heightBesideRows(Paper const & paper, GanttDrawing const & drawing)
@@ -377,38 +326,16 @@ std::vector<Part> partsFor(GanttLayout const & layout, double chartRoom, double 
     return parts;
 }
 
-struct PageNumber
-{
-    std::size_t number;
-    std::size_t count;
-};
-
 void drawPage(Canvas & canvas, GanttDrawing const & drawing, Paper const & paper, Part const & part, PageNumber page)
 {
-    Font const note{.size = 10, .color = faintInk, .align = Align::middle},
-        right{.size = 10, .color = faintInk, .align = Align::right};
-    double const middle = paper.leftMargin + paper.roomWidth() / 2, bottom = paper.height - paper.bottomMargin;
+    drawPaperEdges(canvas, paper, page);
     Point at{paper.leftMargin, paper.topMargin};
-    if (!paper.header.empty())
-    {
-        canvas.text({middle, at.y + 10}, fitted(paper.header, paper.roomWidth(), note), note);
-        at.y += headerLine;
-    }
+    if (!paper.header.empty()) at.y += headerLine;
     drawing.drawTitle(at, paper.roomWidth());
     at.y += titleHeight;
     drawing.drawPart(at, part);
-    double const legendTop = bottom - footerLine - drawing.legend({}, paper.roomWidth(), false);
-    drawing.legend({at.x, legendTop}, paper.roomWidth(), true);
-    canvas.text({middle, bottom - 3}, fitted(paper.footer, paper.roomWidth() * 0.7, note), note);
-    if (paper.hasPageNumbers || page.count > 1)
-        canvas.text({at.x + paper.roomWidth(), bottom - 3},
-                    "Page " + std::to_string(page.number) + " of " + std::to_string(page.count), right);
-}
-
-void requireRoom(Paper const & paper)
-{
-    if (!(paper.roomWidth() > 0) || !(paper.roomHeight() > 0))
-        throw std::invalid_argument("the margins leave no paper");
+    double const legendTop = paper.height - paper.bottomMargin - footerLine;
+    drawing.legend({at.x, legendTop - drawing.legend({}, paper.roomWidth(), false)}, paper.roomWidth(), true);
 }
 
 // The paper as if it were so many times as large.
@@ -430,16 +357,14 @@ std::unique_ptr<Canvas> measuringCanvas()
 
 std::string drawGantt(GanttLayout const & layout, Format format)
 {
-    constexpr double margin = 12, mostFinePixels = 60e6;
+    constexpr double margin = pictureMargin;
     std::unique_ptr<Canvas> const measure = measuringCanvas();
     double const innerWidth = layout.tableWidth + layout.scale.width();
     double const width = innerWidth + 2 * margin;
     double const legendTop = margin + titleHeight + rulerHeight() + layout.height() + legendSpace;
     double const height = legendTop + GanttDrawing(layout, *measure).legend({}, innerWidth, false) + margin;
-    // Twice as fine where that does not take too much.
-    bool const isFine = 2 * std::max(width, height) <= mostPixels && 4 * width * height <= mostFinePixels;
-    double const scale = format == Format::png && isFine ? 2 : 1;
-    std::unique_ptr<Canvas> const canvas = makeCanvas(format, width, height, scale, layout.title);
+    std::unique_ptr<Canvas> const canvas =
+        makeCanvas(format, width, height, scaleFor(format, width, height), layout.title);
     GanttDrawing const drawing(layout, *canvas);
     drawing.drawTitle({margin, margin}, innerWidth);
     drawing.drawPart({margin, margin + titleHeight}, {0, layout.rows.size(), 0, layout.scale.width()});

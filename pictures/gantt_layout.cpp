@@ -14,6 +14,7 @@
 #include "config/project_constants.h"
 #include "model/company.h"
 #include "model/project.h"
+#include "pictures/chart_sheet.h"
 #include "pictures/gantt_arrows_impl.h"
 #include "schedule/calendar.h"
 
@@ -310,7 +311,7 @@ private:
 
     void writeTitle()
     {
-        layout.title = project.getProjectName().IsEmpty() ? "Project" : drawable(project.getProjectName().view());
+        layout.title = chartTitle(project);
         auto const tasks = std::ranges::count_if(shown, [](Shown const & row) { return row.kind != Row::Kind::blank; });
         layout.subtitle = dateText(layout.scale.from()) + " – " + dateText(moved(layout.scale.to(), -1)) + ", " +
                           std::to_string(tasks) + (tasks == 1 ? " row" : " rows");

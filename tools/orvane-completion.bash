@@ -10,6 +10,7 @@ declare -gA _orvane_options=(
     [show]="--json --user"
     [dump]="--output --user"
     [gantt]="--output --from --to --paper --landscape --one-page --expand --collapsed --no-links --width --user"
+    [chart]="--earned-value --utilisation --output --by --at --from --to --paper --landscape --width --user"
     [play]="--output --title --at --user"
     [apply]="--dry-run --stop-on-refusal --user"
     [undo]="--json --user"

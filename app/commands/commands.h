@@ -21,6 +21,7 @@ void addScene(CLI::App & program);
 void addConfig(CLI::App & program);
 void addVerify(CLI::App & program);
 void addGantt(CLI::App & program);
+void addChart(CLI::App & program);
 void addPlay(CLI::App & program);
 
 }  // namespace orvane::app

@@ -2,7 +2,6 @@
 
 #include "app/commands/commands.h"
 
-#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -13,8 +12,8 @@
 #include "app/command.h"
 #include "app/dump/figures.h"
 #include "app/failure.h"
+#include "app/picture_options.h"
 #include "app/session.h"
-#include "app/text_values.h"
 #include "pictures/gantt.h"
 
 namespace orvane::app
@@ -39,26 +38,6 @@ struct GanttRequest
     int width = 0;
     Login login;
 };
-
-Format formatOf(std::string const & path)
-{
-    std::string ending = std::filesystem::path(path).extension().string();
-    for (char & each : ending) each = each >= 'A' && each <= 'Z' ? static_cast<char>(each - 'A' + 'a') : each;
-    if (ending == ".svg") return Format::svg;
-    if (ending == ".png") return Format::png;
-    if (ending == ".pdf") return Format::pdf;
-    throw Refusal(path + ": the picture's name must end in .svg, .png or .pdf");
-}
-
-CProjectTime timeOf(char const * option, std::string const & text)
-try
-{
-    return text.empty() ? CProjectTime() : readTime(text);
-}
-catch (std::exception const & failure)
-{
-    throw Refusal(fmt::format("{}: {}", option, failure.what()));
-}
 
 GanttOptions optionsOf(GanttRequest const & request)
 {
