@@ -23,6 +23,10 @@ endif()
 add_compile_options(
     -Wall -Wextra -Wpedantic -Wconversion
     $<IF:$<CXX_COMPILER_ID:GNU>,-Wshadow=local,-Wshadow>)
+if(ORVANE_UNITY)
+    # A batch looks like a header in which unnamed namespaces would do harm.
+    add_compile_options($<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+endif()
 
 if(ORVANE_SANITIZE)
     add_compile_options(-fsanitize=${ORVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
