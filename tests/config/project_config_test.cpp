@@ -3,7 +3,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
-#include <optional>
 #include <type_traits>
 #include <vector>
 
@@ -15,7 +14,6 @@ namespace
 {
 
 using orvane::ISettingsStore;
-using orvane::StoredValue;
 
 // The user's settings are in a folder of the test's own. What a process remembers ends with it, so each
 // step of a test that asks settings is a new process, which starts as this one did.
@@ -59,11 +57,6 @@ protected:
     std::unique_ptr<ISettingsStore> store = orvane::makeSettingsFile(orvane::userSettingsFile());
 };
 
-StoredValue number(std::uint32_t value)
-{
-    return value;
-}
-
 // A value that is not the default, and not that of another row.
 template <class T>
 auto other(T byDefault, int row)
@@ -97,20 +90,6 @@ TEST_F(ProjectConfigTest, KeepsEachSettingForTheNextProcess)
     EXPECT_FALSE(store->read("Tessel\\%s\\Config", "PrintingHasFooter"));
 }
 
-TEST_F(ProjectConfigTest, SharesAStoredValueOnlyWithTheNextProcess)
-{
-    inNewProcess([] {
-        CProjectConfig::setPrintingHasHeader(0);
-        CProjectConfig::setPrintingHasFooter(5);
-        EXPECT_EQ(CProjectConfig::getPrintingHasHeader(), 0);
-        EXPECT_EQ(CProjectConfig::getPrintingHasFooter(), 5);
-    });
-    inNewProcess([] {
-        EXPECT_EQ(CProjectConfig::getPrintingHasHeader(), 1);
-        EXPECT_EQ(CProjectConfig::getPrintingHasFooter(), 1);
-    });
-}
-
 TEST_F(ProjectConfigTest, TakesTheDefaultForWhatIsNoValueOfTheSetting)
 {
     CString const longest('s', 259);
@@ -118,10 +97,10 @@ TEST_F(ProjectConfigTest, TakesTheDefaultForWhatIsNoValueOfTheSetting)
     store->write(section, "ServerUser", longest);
     store->write(section, "ServerName", longest + 's');
     store->write(section, "PrintingHeader", CString("cut\0off", 7));
-    store->write(section, "GlobalCurrencyUnit", number(1));
+    store->write(section, "GlobalCurrencyUnit", std::uint32_t{1});
     store->write(section, "ServerPort", CString("80"));
     store->write(section, "ServerConnectionDelay", std::vector<std::byte>(7));
-    store->write(section, "GanttLinkStyle", number(0xFFFFFFFE));
+    store->write(section, "GanttLinkStyle", std::uint32_t{0xFFFFFFFE});
     store->write("Tessel\\%s\\Config", "FullHistory", std::vector<std::byte>(4));
     inNewProcess([] {
         EXPECT_EQ(CProjectConfig::getServerUser(), CString('s', 259));
@@ -133,55 +112,6 @@ TEST_F(ProjectConfigTest, TakesTheDefaultForWhatIsNoValueOfTheSetting)
         EXPECT_EQ(CProjectConfig::getGanttLinkStyle(), -2);
         EXPECT_EQ(CProjectConfig::getFullHistory(), 1);
     });
-}
-
-TEST_F(ProjectConfigTest, StoresNothingBeforeItMust)
-{
-    inNewProcess([] {
-        EXPECT_EQ(CProjectConfig::getGanttZoom(), 0.0);
-        CProjectConfig::setRegistryKey("");
-        CProjectConfig::setGanttZoom(2.5);
-        CProjectConfig::setToolbarLayoutStyle(2);
-        CProjectConfig::initialize();
-        CProjectConfig::reset();
-        CProjectConfig::setRegistryKey("Tessel");
-        CProjectConfig::reset();
-        EXPECT_EQ(CProjectConfig::getGanttZoom(), 2.5);
-        EXPECT_EQ(CProjectConfig::getToolbarLayoutStyle(), "ProjectToolbarLayoutStyle 1");
-    });
-    EXPECT_FALSE(std::filesystem::exists(orvane::userSettingsFile()));
-}
-
-TEST_F(ProjectConfigTest, DropsTheToolbarsOfAnotherVersion)
-{
-    for (char const * key : {"Bar0", "Bar0\\Below", "Config\\Below", "config2", "Settings", "Recent File List", "zero"})
-        store->write(CString("Tessel\\%s\\") + key, "value", number(1));
-    CString const made = CString(folder.native()) + "\\made\\System\\";
-    store->write("Tessel\\%s\\ProjectConfig", "SystemDirectory", made);
-
-    inNewProcess([] {
-        CProjectConfig::setToolbarLayoutStyle(2);
-        EXPECT_EQ(CProjectConfig::getToolbarLayoutStyle(), "ProjectToolbarLayoutStyle 2");
-        CProjectConfig::initialize();
-    });
-    EXPECT_EQ(store->subkeys("Tessel\\%s").size(), 7u);  // the version was right
-    EXPECT_TRUE(std::filesystem::is_directory(folder / "made" / "System"));
-
-    store->write("Tessel\\%s\\ProjectConfig", "OrvaneScheduleVersion", CString("1.00"));
-    store->write("Tessel\\%s\\ProjectConfig", "SystemDirectory", CString());
-    inNewProcess([] {
-        CProjectConfig::initialize();
-        EXPECT_EQ(CProjectConfig::getSystemDirectory(), CString(std::filesystem::current_path().native()) + '\\');
-        // Nothing to keep, so the root goes too.
-        CProjectConfig::setRegistryKey("Other");
-        orvane::settingsStore().write("Other\\Bar1", "value", number(1));
-        orvane::settingsStore().write("Other", "value", number(1));
-        CProjectConfig::resetToolbarFolders();
-        EXPECT_EQ(orvane::settingsStore().read("Other", "value"), std::nullopt);
-    });
-    EXPECT_EQ(store->subkeys("Tessel\\%s"),
-              (std::vector<CString>{"Config", "ProjectConfig", "Recent File List", "Settings"}));
-    EXPECT_EQ(store->read("Tessel\\%s\\Config\\Below", "value"), number(1));
 }
 
 }  // namespace

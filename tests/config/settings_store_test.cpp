@@ -1,16 +1,10 @@
 #include "platform/settings_store.h"
 
-#include <csignal>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <string>
-
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include "tests/support/scratch_folder.h"
 
 namespace
 {
@@ -21,17 +15,10 @@ using orvane::StoredValue;
 class SettingsStoreTest : public testing::Test
 {
 protected:
-    ~SettingsStoreTest() override { std::filesystem::remove_all(folder); }
+    std::string bytes() const { return scratch.read("made/settings.db"); }
 
-    std::string bytes() const
-    {
-        std::ifstream in(file, std::ios::binary);
-        return {std::istreambuf_iterator(in), {}};
-    }
-    void setBytes(std::string const & bytes) const { std::ofstream(file, std::ios::binary) << bytes; }
-
-    char pattern[32] = "/tmp/orvane_store_XXXXXX";
-    std::filesystem::path const folder = ::mkdtemp(pattern), file = folder / "made" / "settings.db";
+    orvane::CScratchFolder const scratch;
+    std::filesystem::path const folder = scratch.path("").view(), file = folder / "made" / "settings.db";
 };
 
 StoredValue doubleWord(std::uint32_t value)
@@ -100,14 +87,14 @@ TEST_F(SettingsStoreTest, LeavesAFileThatIsNotItsOwnOrDamaged)
          {std::string("[settings]\nv=7\n"), std::string(whole.size(), '\0'), foreign, unnamed, whole.substr(0, 1),
           whole.substr(0, 100), whole.substr(0, 600), whole.substr(0, 4096), whole.substr(0, whole.size() - 1)})
     {
-        setBytes(content);
+        scratch.write("made/settings.db", content);
         auto const store = makeSettingsFile(file);
         EXPECT_EQ(store->read("R", "v"), std::nullopt);
         EXPECT_FALSE(store->write("R", "v", doubleWord(8)));
         EXPECT_FALSE(store->removeKey("R"));
         EXPECT_TRUE(bytes() == content) << content.size() << " bytes changed";
     }
-    setBytes("");
+    scratch.write("made/settings.db", "");
     EXPECT_TRUE(makeSettingsFile(file)->write("R", "v", doubleWord(8)));
     EXPECT_EQ(makeSettingsFile(file)->read("R", "v"), doubleWord(8));
 
@@ -118,15 +105,11 @@ TEST_F(SettingsStoreTest, LeavesAFileThatIsNotItsOwnOrDamaged)
 TEST_F(SettingsStoreTest, KeepsTheOldValuesWhenTheDiskIsFull)
 {
     makeSettingsFile(file)->write("R", "v", CString('o', 100'000));
-    auto const fillDisk = [&]
     {
-        std::signal(SIGXFSZ, SIG_IGN);
-        rlimit const limit{bytes().size(), bytes().size()};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
+        orvane::CFullDisk const disk(bytes().size());
         auto const store = makeSettingsFile(file);
-        ::_exit(store->write("R", "v", CString('n', 300'000)) || !store->read("R", "v"));
-    };
-    EXPECT_EXIT(fillDisk(), testing::ExitedWithCode(0), "");
+        EXPECT_TRUE(!store->write("R", "v", CString('n', 300'000)) && store->read("R", "v"));
+    }
     EXPECT_EQ(makeSettingsFile(file)->read("R", "v"), StoredValue(CString('o', 100'000)));
 }
 

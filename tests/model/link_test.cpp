@@ -14,37 +14,10 @@ CLinkType const sf = CLinkType::StartToFinish;
 CLinkType const ss = CLinkType::StartToStart;
 CLinkType const ff = CLinkType::FinishToFinish;
 
-TEST(Link, EveryFieldCountsInFlagsAndEquality)
-{
-    void (*const changes[])(CLink &) = {
-        [](CLink & link) { link.setID(CLinkID()); }, [](CLink & link) { link.setUpstreamTaskID(CTaskID()); },
-        [](CLink & link) { link.setType(ff); },      [](CLink & link) { link.setStatus(CLinkStatus::Proposed); },
-        [](CLink & link) { link.setDelay(2_h); },
-    };
-    CLink const link(CTaskID(), fs);
-    for (auto const change : changes)
-    {
-        CLink copy(link);
-        EXPECT_TRUE(copy == link && !copy.setChanged());
-        change(copy);
-        EXPECT_FALSE(copy == link);
-        EXPECT_TRUE(copy.setChanged() && copy.getChanged());
-    }
-    // Where a walk last found the upstream task is no part of it.
-    CLink copy(link);
-    copy.setUpstreamDistance(7);
-    EXPECT_TRUE(copy == link && !copy.setChanged());
-}
-
-// ---- times --------------------------------------------------------------------------------------------
 // Working days are Monday to Friday, 09:00 to 17:00; 01-05 and 01-12 are Mondays. Delays count by the clock.
 
-struct Limit
-{
-    CLinkType type;
-    long delayHours;
-    char const * time;
-};
+// The type, the delay in hours, and the time.
+using Limit = std::tuple<CLinkType, long, char const *>;
 
 template <class Ask>
 void expectLimits(std::vector<Limit> const & limits, Ask const & ask)
@@ -98,29 +71,19 @@ TEST(LinkTimes, AllLinksOfATaskLimitIt)
     Plan plan({upstreamTask, aTask("late").from("01-14 09:00"_t).lasting(3_d),
                TaskDraft(downstreamTask).after("up").after("late", ss, 2_h), aTask("free"),
                aTask("s").with({aTask("next").from("01-13 15:00"_t).after("up", fs, 4_h)}),
-               aTask("blind").after("up").after("gone").after("late"), aBlank("blank"), aTask("gone")});
+               aTask("blind").after("up").after("gone").after("late"), aTask("gone")});
     auto const earliest = [&](char const * name)
     { return text(plan.project.getEarliestStartFromUpstreamLinks(plan.id(name))); };
     auto const latest = [&](char const * name)
     { return text(plan.project.getLatestStartFromDownstreamLinks(plan.id(name))); };
-    EXPECT_EQ(earliest("down"), "01-14 11:00");
-    EXPECT_EQ(earliest("free"), "?");
-    EXPECT_EQ(latest("free"), "?");
-    EXPECT_EQ(latest("late"), "2003-12-31 09:00");
+    EXPECT_EQ(earliest("down") + ' ' + earliest("free") + ' ' + latest("free"), "01-14 11:00 ? ?");
     plan.tasks().RemoveAt(plan.tasks().GetUpperBound());
     // Behind a link that dangles no more is read.
     EXPECT_EQ(earliest("blind"), "01-12 09:00");
     plan.writable("blind").setUpstreamLinks(CLinkArray());
-    EXPECT_EQ(latest("late"), "01-12 16:59");
-    EXPECT_EQ(latest("up"), "01-09 09:00");
-    // A blank task sets no limit, nor does a subtree without links.
-    plan.writable("blank").setUpstreamLinks(plan["down"].getUpstreamLinks());
-    EXPECT_EQ(latest("up"), "01-09 09:00");
-    for (CTaskID const & id : {CTaskID(), CTaskID::getNULL()})
-    {
-        EXPECT_FALSE(plan.project.getEarliestStartFromUpstreamLinks(id).isValid());
-        EXPECT_FALSE(plan.project.getLatestStartFromDownstreamLinks(id).isValid());
-    }
+    EXPECT_EQ(latest("late") + ' ' + latest("up"), "01-12 16:59 01-09 09:00");
+    EXPECT_FALSE(plan.project.getEarliestStartFromUpstreamLinks(CTaskID()).isValid());
+    EXPECT_FALSE(plan.project.getLatestStartFromDownstreamLinks(CTaskID()).isValid());
 }
 
 }  // namespace

@@ -45,7 +45,6 @@ TEST(ProjectQueries, StartAndEndOfTheProject)
 {
     Plan empty;
     EXPECT_FALSE(empty.project.getProjectStart().isValid() || empty.project.getProjectEnd().isValid());
-    EXPECT_EQ(empty.project.getTotalCosts(CCostTotalType::Budgeted), 0.0);
 
     Plan plan({aBlank("row"), aTask("last").from("01-07 09:00"_t).lasting(2_d),
                aTask("house").with({aTask("dig"), aBlank()})});

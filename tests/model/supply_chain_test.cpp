@@ -29,16 +29,4 @@ TEST(SupplyChainTest, MovesDownAndBackUp)
     }
 }
 
-TEST(SupplyChainTest, TakesItsOwnCompaniesAsArguments)
-{
-    CCompanyID const first;
-    CSupplyChain chain(first);
-    chain.assignToCompany(CCompanyID());
-    chain.assignToCompany(chain.getCustomerID().GetAt(0));
-    EXPECT_TRUE(chain.getSupplierID() == first && chain.getCustomerID().IsEmpty());
-    CSupplyChain const before = chain;
-    chain.assignToCompany(chain.getSupplierID());
-    EXPECT_TRUE(chain == before);
-}
-
 }  // namespace

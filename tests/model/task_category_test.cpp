@@ -8,20 +8,6 @@
 namespace
 {
 
-TEST(TaskCategoryArrayTest, NamesAreUniqueAndExact)
-{
-    CTaskCategoryArray array;
-    EXPECT_EQ(array.findByName("Roof"), -1);
-    EXPECT_EQ(array.AddIfUnique("Roof"), 0);
-    EXPECT_EQ(array.AddIfUnique("Roof"), -1);
-    EXPECT_EQ(array.AddIfUnique("roof"), 1);
-    EXPECT_EQ(&array.getByName("Roof"), &array.GetAt(0));
-    EXPECT_EQ(array.getByName("Frame").getName(), "Frame");
-    EXPECT_EQ(array.GetSize(), 3);
-    EXPECT_EQ(array.getByName(array.GetAt(1).getName()).getID(), array.GetAt(1).getID());
-    EXPECT_EQ(array.GetSize(), 3);
-}
-
 // Both lookups after each of many changes, against a plain search.
 TEST(TaskCategoryArrayTest, LookupsStayRight)
 {

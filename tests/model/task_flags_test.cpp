@@ -168,15 +168,4 @@ TEST(TaskFlags, MovedAndAssignedTasksAreFlaggedWithAllBelowThem)
     }
 }
 
-TEST(TaskFlags, ReadingIsNoChange)
-{
-    Plan plan({aTask("s").with({aTask("t").after("v"), aBlank()}), aTask("v").started("01-05 09:00"_t)});
-    digest(plan.project);
-    plan.project.getTask(CTaskID());
-    plan["s"].getPositionInSiblings();
-    plan["v"].getTimeOfPercentCompletePoint();
-    plan["t"].isInCircularChain();
-    EXPECT_FALSE(plan.tasks().setChanged());
-}
-
 }  // namespace

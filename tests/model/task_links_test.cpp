@@ -9,29 +9,6 @@ using namespace orvane::test;
 namespace
 {
 
-std::string circularTasks(Plan const & plan)
-{
-    std::string names;
-    for (CTask const * task : everyTask(plan.project))
-        if (task->isInCircularChain()) names += task->getName();
-    return names;
-}
-
-// A missing upstream task ends the search of the family that names it, and of no other.
-TEST(TaskLinks, ADanglingLinkHidesTheCircleBehindIt)
-{
-    Plan plan(
-        {aTask("a").after("b"), aTask("b").after("gone").after("a"), aTask("c").after("b").after("a"), aTask("gone")});
-    EXPECT_EQ(circularTasks(plan), "abc");
-    plan.tasks().RemoveAt(3);
-    plan.derive();
-    EXPECT_EQ(circularTasks(plan), "");
-    EXPECT_TRUE(plan["c"].isUpstream(plan.id("a")));
-    EXPECT_FALSE(plan["b"].isUpstream(plan.id("a")));
-    EXPECT_FALSE(CTask(plan["a"]).isUpstream(CTaskID()));
-    EXPECT_FALSE(CTask().isUpstream(plan.id("a")) || CTask().isInCircularChain());
-}
-
 TEST(TaskLinks, SearchesAgreeWithEveryRoadOfSmallPlans)
 {
     for (unsigned seed = 0; seed < 20000 && !HasFailure(); ++seed)

@@ -1,12 +1,10 @@
 // What risks and reports make of a task's times, by hand.
 
-#include <array>
 #include <cmath>
 
 #include <gtest/gtest.h>
 
 #include "tests/support/plan_builder.h"
-#include "tests/support/recording_host.h"
 
 using namespace orvane;
 
@@ -59,30 +57,6 @@ CRiskType const subtractive = CRiskType::Subtractive, additive = CRiskType::Addi
 constexpr auto unmitigated = CRiskStatus::Unmitigated;
 constexpr auto mitigated = CRiskStatus::Mitigated;
 constexpr auto buffered = CRiskStatus::Buffered;
-
-// What the judge of random tasks might have misread. Days of eight hours from Monday 01-05 09:00; the ends: without
-// risk, of unmitigated, buffered and mitigated risk.
-TEST(TaskRisks, LadderOfEnds)
-{
-    std::pair<CRiskType, std::array<CProjectTime, 4>> const cases[] = {
-        // 24 hours hold 4 buffered and 2 mitigated: 18 to the end of unmitigated risk, of which 3 are risk.
-        {subtractive, {"01-06 16:00"_t, "01-07 11:00"_t, "01-07 15:00"_t, "01-07 17:00"_t}},
-        // 24 hours and 3 on top; then 4, then 2.
-        {additive, {"01-07 17:00"_t, "01-08 12:00"_t, "01-08 16:00"_t, "01-09 10:00"_t}},
-    };
-    for (auto const & [type, ends] : cases)
-    {
-        Risky plan(aTask("t").lasting(3_d), {fixed(unmitigated, 3_h), fixed(buffered, 4_h), percent(mitigated, 8.34)},
-                   type);
-        EXPECT_EQ(plan.task.getEndExcludingRisk(), ends[0]);
-        EXPECT_EQ(plan.task.getEndOfUnmitigatedRisk(), ends[1]);
-        EXPECT_EQ(plan.task.getEndOfBufferedRisk(), ends[2]);
-        EXPECT_EQ(plan.task.getEndOfMitigatedRisk(), ends[3]);
-        // The end set leaves room for all risk.
-        plan.task.setEndOfUnmitigatedRisk(ends[1]);
-        EXPECT_EQ(plan.task.getDuration(), 3_d);
-    }
-}
 
 TEST(TaskRisks, ChangeOfTypeKeepsEveryLength)
 {
@@ -157,27 +131,6 @@ TEST(TaskRisks, CostsOfRisksAndReports)
     plan.task.setTaskReports(reports);
     // Priced over the task: 40 hours, 5 days, and a week charged once; an advance saves it.
     EXPECT_EQ(plan.task.getSumTotal(CCostTotalType::Budgeted), -(10 + 400 + 50 + 10));
-}
-
-// ---- the register -----------------------------------------------------------------------------------
-
-TEST(Risks, PromptTellsWhatGoes)
-{
-    CRisk risk;
-    risk.setDescription("100% rain");
-    CRecordingHost desktop;
-    desktop.answers = {answer::yes};
-    EXPECT_TRUE(risk.removalPrompt(false));
-    CRisk child;
-    risk.addSubRisk(child, risk.getID());
-    EXPECT_FALSE(risk.removalPrompt(true));
-    risk.addSubRisk(CRisk(), child.getID());
-    risk.removalPrompt(true);
-    EXPECT_EQ(desktop.boxes[0].text, "Remove the risk \"100% rain\"?");
-    EXPECT_EQ(desktop.boxes[1].text, "Remove the risk \"100% rain\" and its subcatagory?\nThis risk, or one of its "
-                                     "subcatagories, is assigned to tasks.\nIf you continue, tasks will lose their "
-                                     "risk assignment.");
-    EXPECT_EQ(desktop.boxes[2].text.Left(49), "Remove the risk \"100% rain\" and its 2 subcatagori");
 }
 
 }  // namespace

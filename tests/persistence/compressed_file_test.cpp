@@ -157,42 +157,14 @@ TEST(CompressedFileTest, TellsOfAFullDiskAndIsQuietAfterwards)
     EXPECT_EQ(file.Read(&byte, 1), 0U);
 }
 
-TEST(CompressedFileTest, WithoutClosingThereIsNoTrailer)
-{
-    orvane::CScratchFolder const folder;
-    for (bool compression : {true, false})
-    {
-        SECCompressFile file;
-        file.setCompression(compression);
-        ASSERT_TRUE(file.Open(folder.path("a"), forWriting));
-        file.Write("abc", 3);
-        file.Abort();
-        EXPECT_EQ(folder.read("a"), compression ? plainHeader : "abc");
-    }
-}
-
-TEST(CompTest, BlocksTellWhatIsWrong)
-{
-    unsigned char block[100], back[50] = {}, source[50] = {1, 2, 3};
-    unsigned long length = sizeof block, room = sizeof back;
-    ASSERT_EQ(SECComp::compress(block, length, source, sizeof source), Z_OK);
-    EXPECT_EQ(SECComp::uncompress(back, room, block, length), Z_OK);
-    EXPECT_TRUE(std::ranges::equal(back, source));
-    EXPECT_EQ(SECComp::uncompress(back, room, block, length - 1), Z_BUF_ERROR);
-    EXPECT_EQ(SECComp::uncompress(back, --room, block, length), Z_BUF_ERROR);
-    EXPECT_EQ(SECComp::compress(block, room = 5, source, sizeof source), Z_BUF_ERROR);
-    EXPECT_EQ(SECComp::uncompress(back, room, source, sizeof source), Z_DATA_ERROR);
-}
-
 TEST(FileSystemTest, CopiesOnlyWhereItMay)
 {
     orvane::CScratchFolder const folder;
     std::string const bytes = someBytes(25'000);
-    CString const source = folder.write("source", bytes), there = folder.write("there", "old");
+    CString const source = folder.write("source", bytes);
+    EXPECT_FALSE(copyFile(source, folder.write("there", "old"), false));
     std::filesystem::create_symlink("source", folder.path("link").view());
     std::filesystem::create_directory(folder.path("directory").view());
-    EXPECT_FALSE(copyFile(source, there, false));
-    EXPECT_EQ(folder.read("there"), "old");
     std::tuple<char const *, char const *, bool> const cases[] = {
         {"source", "new", true},       {"source", "there", true},     {"none", "there", false},
         {"source", "source", false},   {"source", "link", false},     {"source", "directory", false},

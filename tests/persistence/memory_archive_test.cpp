@@ -57,7 +57,6 @@ TEST(MemoryArchiveTest, TakesOnlyWhatIsABlock)
 {
     std::pair<Bytes, int> const cases[] = {
         {{}, 0},
-        {{4, 0, 0}, 0},
         {{0, 0, 0, 0, 1}, 0},
         {{3, 0, 0, 0, 1, 2, 3, 4}, 0},
         {{5, 0, 0, 0, 1, 2, 3, 4}, 1},
@@ -79,26 +78,6 @@ TEST(MemoryArchiveTest, TakesOnlyWhatIsABlock)
         EXPECT_EQ(CCompressedArchive(block.data(), block.size()).OK(), 0) << at;
         block[at] ^= 0xFF;
     }
-}
-
-TEST(MemoryArchiveTest, CopiesShareTheMemory)
-{
-    auto first = std::make_unique<CProjectMemoryArchive>();
-    *first << 1;
-    CProjectMemoryArchive second(*first), third;
-    third << 3;
-    first.reset();
-    third = second;
-    Bytes const one{4, 0, 0, 0, 1, 0, 0, 0};
-    EXPECT_EQ(blockOf(second), one);
-    EXPECT_EQ(blockOf(third), one);
-    // A block that was fetched does not grow, and is not overwritten.
-    second << 2;
-    EXPECT_THROW(second.Flush(), CFileException);
-    EXPECT_EQ(blockOf(third), one);
-    third = CProjectMemoryArchive(nullptr, 0);
-    EXPECT_EQ(third.OK(), 0);
-    EXPECT_TRUE(blockOf(third).empty());
 }
 
 }  // namespace

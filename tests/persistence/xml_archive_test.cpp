@@ -9,61 +9,11 @@
 #include "tests/support/scratch_folder.h"
 #include "values/date_array.h"
 #include "values/date_time.h"
-#include "values/document_array_impl.h"
 #include "values/enumerations.h"
 #include "values/identifier_arrays.h"
-#include "values/record_impl.h"
 #include "values/sorted_word_array.h"
 #include "values/string_array.h"
-#include "values/sub_items.h"
 #include "values/time_of_day_span_array.h"
-
-// A record with children, as the model has them: its document follows from its list of fields.
-class CPier : public orvane::CRecord<CPier>, public IProjectXMLTagProcessor
-{
-public:
-    ~CPier() override;
-    CTaskID const & getID() const { return id; }
-    void xmlSerialize(CProjectXMLArchive & archive) override;
-    template <class Visit>
-    static void describe(Visit && visit)
-    {
-        visit("id", &CPier::id);
-        visit("type", &CPier::type);
-        visit("piers", &CPier::piers);
-    }
-
-    CTaskID id;
-    CLinkType type;
-    orvane::CSubItems<class CPierArray> piers;
-};
-
-class CPierArray : public orvane::CIdentifiedArray<CPierArray, CPier>, public IProjectXMLTagProcessor
-{
-public:
-    void xmlSerialize(CProjectXMLArchive & archive) override
-    {
-        orvane::exchangeElements(archive, *this, "Piers", "Pier");
-    }
-};
-
-CPier::~CPier() = default;
-template class orvane::CRecord<CPier>;
-
-void CPier::xmlSerialize(CProjectXMLArchive & archive)
-{
-    if (archive.isLoading() && !archive.isTag("Pier"))
-    {
-        if (archive.isTag("Piers")) piers.make().xmlSerialize(archive);
-        return;
-    }
-    archive.startEntity("Pier");
-    exchangeAttributes(archive);
-    archive.out(">");
-    exchangeChildren(archive);
-    archive.endEntity("</Pier>");
-    if (archive.isLoading()) archive.setTagProcessor(this);
-}
 
 namespace
 {
@@ -361,28 +311,6 @@ TEST(XmlArchiveTest, WritesAndReadsArrays)
     EXPECT_EQ(parse(written(exchange(attributes)), copy), 1);
     EXPECT_EQ(copy, attributes);
     EXPECT_TRUE(copy.GetAt(0).isLoaded());
-}
-
-TEST(XmlArchiveTest, ARecordsDocumentFollowsFromItsFields)
-{
-    CPierArray piers, back;
-    CPier pier;
-    pier.type = CLinkType::StartToStart;
-    pier.piers.make().Add(CPier());
-    piers.Add(pier);
-    piers.Add(CPier());
-    string const document = written([&](auto & archive) { piers.xmlSerialize(archive); });
-    EXPECT_EQ(document.find("   <Piers>\n      <Pier\n         id = \""), 0U) << document;
-    string const rest = "\n         type = \"3\"\n         >\n         <Piers>\n            <Pier\n";
-    EXPECT_NE(document.find(rest), string::npos) << document;
-    EXPECT_EQ(parse(document, back), 1);
-    ASSERT_EQ(back.GetSize(), 2);
-    EXPECT_EQ(back.GetAt(0).type, pier.type);
-    EXPECT_EQ(back.GetAt(1).id, piers.GetAt(1).id);
-    ASSERT_TRUE(back.GetAt(0).piers);
-    EXPECT_EQ(back.GetAt(0).piers.get()->GetAt(0).id, pier.piers.get()->GetAt(0).id);
-    EXPECT_EQ(parse("<Piers><Pier><Piers><Piers><Pier/></Piers></Piers></Pier><Piers/></Piers>", back), 1);
-    EXPECT_TRUE(back.IsEmpty());
 }
 
 TEST(XmlArchiveTest, WritesFiles)

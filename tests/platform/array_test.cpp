@@ -1,7 +1,5 @@
 #include "platform/array.h"
 
-#include "platform/string_array.h"
-
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -123,14 +121,4 @@ TEST(Array, TakesOnAnArrayInsideItsOwnElement)
     tree[0].children->SetSize(3);
     tree.Copy(*tree.GetAt(0).children);
     EXPECT_EQ(tree.GetSize(), 3);
-}
-
-TEST(Array, TextsAreTakenFromPointersIntoTheArrayItself)
-{
-    CStringArray texts;
-    texts.Add("a text too long to lie within its object");
-    texts.InsertAt(3, texts.GetAt(0), 2);
-    texts.SetAt(1, texts.GetAt(0));
-    EXPECT_STREQ(texts.GetAt(2), "");
-    for (int each : {1, 3, 4}) EXPECT_EQ(texts.GetAt(each), texts.GetAt(0));
 }

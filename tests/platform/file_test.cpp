@@ -10,26 +10,6 @@ namespace
 
 using orvane::causeOf;
 
-TEST(FileTest, OpensAsTheFlagsSay)
-{
-    orvane::CScratchFolder const folder;
-    constexpr unsigned int create = CFile::modeCreate;
-    std::tuple<unsigned int, char const *, bool, bool> const cases[] = {
-        {CFile::modeRead, "12345", true, false},
-        {CFile::modeReadWrite | CFile::shareExclusive, "1ab45", true, true},
-        {CFile::modeWrite | create, "ab", false, true},
-        {CFile::modeWrite | create | CFile::modeNoTruncate, "ab345", false, true},
-    };
-    for (auto const & [flags, content, readable, writable] : cases)
-    {
-        CFile file(folder.write("a", "12345"), flags);
-        char byte;
-        EXPECT_EQ(causeOf([&] { file.Read(&byte, 1); }), readable ? 0 : CFileException::invalidFile) << flags;
-        EXPECT_EQ(causeOf([&] { file.Write("ab", 2); }), writable ? 0 : CFileException::invalidFile) << flags;
-        EXPECT_EQ(folder.read("a"), content) << flags;
-    }
-}
-
 TEST(FileTest, TellsWhyItDoesNotOpen)
 {
     orvane::CScratchFolder const folder;

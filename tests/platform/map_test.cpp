@@ -1,10 +1,7 @@
 #include "platform/map.h"
 
-#include "platform/string_array.h"
-
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <list>
 #include <random>
 #include <string>
@@ -105,17 +102,6 @@ TEST(Map, EntriesMayGoWhileItIsWalked)
     EXPECT_EQ(past, nullptr);
 }
 
-TEST(Map, TheNumberOfChainsCanBeSetWhileItIsEmpty)
-{
-    Numbers map;
-    map.InitHashTable(1);
-    for (char const * const key : {"a", "b", "c"}) map[key] = 1;
-    map.InitHashTable(17);
-    map.InitHashTable(0);
-    EXPECT_EQ(walk(map), "c=1 b=1 a=1 ");
-    EXPECT_EQ(walk(Numbers(map)), walk(map));
-}
-
 // The many entries of few chains are found without walking the chains.
 TEST(Map, AddsFindsAndRemovesAsFastWhenItIsLarge)
 {
@@ -123,16 +109,4 @@ TEST(Map, AddsFindsAndRemovesAsFastWhenItIsLarge)
     auto const key = [](int number) { return CString(std::to_string(number).c_str()); };
     for (int each = 0; each < 100000; ++each) map[key(each)] = each;
     for (int each = 0; each < 100000; ++each) ASSERT_TRUE(*map.find(key(each)) == each && map.RemoveKey(key(each)));
-}
-
-TEST(TypedPtrMap, HoldsPointersOfOneClass)
-{
-    CTypedPtrMap<CMapStringToOb, CString, CStringArray *> map(10);
-    CStringArray thing, *walked = nullptr, *found = nullptr;
-    map.SetAt("thing", &thing);
-    POSITION position = map.GetStartPosition();
-    CString key;
-    map.GetNextAssoc(position, key, walked);
-    EXPECT_TRUE(walked == &thing && key == "thing" && !position);
-    EXPECT_TRUE(map.Lookup("thing", found) && !map.Lookup("other", found) && found == &thing);
 }

@@ -1,13 +1,10 @@
 #include "platform/time.h"
 
-#include "platform/clock.h"
 #include "platform/string.h"
-#include "tests/support/recording_host.h"
 #include "tests/support/zone_scope.h"
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <ctime>
 #include <limits>
 #include <type_traits>
@@ -56,50 +53,9 @@ TEST(Time, StopsAtTheEnds)
 
 TEST(Time, FormatsInTheMannerOfStrftime)
 {
-    ASSERT_STREQ(std::setlocale(LC_TIME, "C"), "C");
     ZoneScope const zone("Asia/Kathmandu");
     CTime const time(2004, 12, 30, 14, 5, 9);
-    std::pair<char const *, char const *> const cases[] = {{"%H:%M %d/%m/%y", "14:05 30/12/04"},
-                                                           {"%a, %d %b, %Y", "Thu, 30 Dec, 2004"},
-                                                           {"%S|%j|%U|%z|%%", "09|365|52|+0545|%"},
-                                                           {" ", " "},
-                                                           {nullptr, ""}};
-    for (auto const & [format, text] : cases) EXPECT_STREQ(time.Format(format), text);
-    EXPECT_EQ(time.Format("%5000Y").GetLength(), 5000);
-    EXPECT_TRUE(time.Format("%2000000000Y").IsEmpty());
-}
-
-TEST(Time, AsksTheClockThatIsSet)
-{
-    orvane::setClock([] { return std::int64_t{1073311200}; });
-    EXPECT_EQ(CTime::GetCurrentTime().GetTime(), 1073311200);
-    orvane::setClock(nullptr);
-    EXPECT_LE(std::time(nullptr) - CTime::GetCurrentTime().GetTime(), 5);
-}
-
-TEST(TimeSpan, SplitsTowardZero)
-{
-    CTimeSpan const span(1, 2, 3, 4);
-    for (CTimeSpan each : {span, CTimeSpan() - span})
-    {
-        int const sign = each > CTimeSpan() ? 1 : -1;
-        EXPECT_EQ(each.GetTotalSeconds(), sign * 93784);
-        EXPECT_EQ(each.GetTotalMinutes(), sign * 1563);
-        EXPECT_EQ(each.GetTotalHours(), sign * 26);
-        EXPECT_EQ(std::tuple(each.GetDays(), each.GetHours(), each.GetMinutes(), each.GetSeconds()),
-                  std::tuple(sign, sign * 2, sign * 3, sign * 4));
-    }
-}
-
-TEST(Time, OfTheDayCountsFromLocalMidnight)
-{
-    ZoneScope const zone("XYZ-5:30");
-    orvane::CRecordingHost host;
-    std::pair<std::int64_t, int> const cases[] = {
-        {0, 19'800'000}, {-1, 19'799'000}, {18 * 3600 + 1800, 0}, {18 * 3600 + 1799, 86'399'000}};
-    for (auto const & [now, milliseconds] : cases)
-    {
-        host.now = now;
-        EXPECT_EQ(getTime(), milliseconds) << now;
-    }
+    EXPECT_EQ(time.Format("%H:%M:%S %d/%m/%y|%a %b|%j|%z|%%"), "14:05:09 30/12/04|Thu Dec|365|+0545|%");
+    EXPECT_TRUE(time.Format("%5000Y").GetLength() == 5000 && time.Format(" ") == " ");
+    EXPECT_TRUE(time.Format("%2000000000Y").IsEmpty() && time.Format(nullptr).IsEmpty());
 }

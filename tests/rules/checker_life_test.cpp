@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <memory>
-#include <stdexcept>
 
 #include <gtest/gtest.h>
 
@@ -84,22 +83,13 @@ TEST(CheckerLife, ClearGivesTheContentOfANewProject)
     Plan plan({aTask("dig")});
     CUserID const user = plan.project.getCurrentUser()->getID();
     CProjectID const project = plan.project.getProjectID();
-    plan.act(
-        [&](auto & rules)
-        {
-            rules.setSelectedTaskID(plan.ids({"dig"}));
-            EXPECT_TRUE(rules.clear());
-            EXPECT_TRUE(rules.setState(3));
-            EXPECT_TRUE(rules.rollback());
-        });
+    plan.act([&](auto & rules) { EXPECT_TRUE(rules.setSelectedTaskID(plan.ids({"dig"})) && rules.clear()); });
     EXPECT_EQ(digest(plan.project), "");
     EXPECT_TRUE(plan.project.getSelectedTaskID().IsEmpty());
     EXPECT_TRUE(plan.project.getPresentationData().getTaskPresentations().IsEmpty());
     EXPECT_FALSE(plan.project.getProjectID() == project);
     // The administrator of every project has the same identity.
-    ASSERT_TRUE(plan.project.getCurrentUser());
     EXPECT_EQ(plan.project.getCurrentUser()->getID(), user);
-    EXPECT_EQ(&plan.project.getCurrentUser()->getActivePermissions(), &plan.project.getAdminRole()->getPermissions());
 }
 
 // ---- refusals ---------------------------------------------------------------------------------------
@@ -127,35 +117,18 @@ bool acceptsATask(CLocalRulesChecker & rules, CTaskID const & id)
     return std::ranges::find(answers, true) != std::end(answers);
 }
 
-TEST(CheckerLife, WithoutAProjectEverythingIsRefused)
+TEST(CheckerLife, WithoutAProjectOrItsTaskEverythingIsRefused)
 {
     Plan plan({aTask("dig")});
-    CTaskID const id = plan.id("dig");
     CTaskIDArray const ids = plan.ids({"dig"});
-    CLocalRulesChecker rules(nullptr, CRulesCheckerContext::OriginatingClient);
-    EXPECT_FALSE(acceptsATask(rules, id));
-    EXPECT_FALSE(rules.clear() || rules.addTaskWithName("x", 2) || rules.addTaskWithDuration(1_d, 0) ||
-                 rules.addTaskWithFinish("01-05 09:00"_t, 0, true));
-    EXPECT_FALSE(rules.clearTasks(ids) || rules.removeTasks(ids) || rules.removeLink(CLinkID()));
-    EXPECT_FALSE(rules.setPrimarySelectedTaskID(id) || rules.setSelectedTaskID(ids) ||
-                 rules.setSelectedLinksTasks(CLinkID()));
-    EXPECT_FALSE(rules.addTaskPresentation(id) || rules.setTaskPresentation(id, CTaskPresentation()) ||
-                 rules.removeTaskPresentation(id) || rules.removeAllTaskPresentations(plan["dig"]));
-    rules.deselectTasksThatAreExcludedByFilter();
-    EXPECT_TRUE(rules.setState(0));
-}
-
-TEST(CheckerLife, AnUnknownTaskIsRefusedWithoutEffect)
-{
-    Plan plan({aTask("dig")});
+    {
+        CLocalRulesChecker nothing(nullptr, CRulesCheckerContext::OriginatingClient);
+        EXPECT_FALSE(acceptsATask(nothing, plan.id("dig")) || nothing.clear() || nothing.addTaskWithName("x", 2));
+        EXPECT_FALSE(nothing.clearTasks(ids) || nothing.removeTasks(ids) || nothing.setSelectedTaskID(ids));
+    }
     std::unique_ptr<CProjectData> const before(plan.project.getCopyOfProjectData());
     for (CTaskID const & id : {CTaskID(), CTaskID::getNULL()})
-        EXPECT_FALSE(plan.act(
-            [&](CLocalRulesChecker & rules)
-            {
-                return acceptsATask(rules, id) || rules.addLink(plan.id("dig"), id, CLinkType::FinishToStart) ||
-                       rules.addLink(id, plan.id("dig"), CLinkType::FinishToStart);
-            }));
+        EXPECT_FALSE(plan.act([&](CLocalRulesChecker & rules) { return acceptsATask(rules, id); }));
     std::unique_ptr<CProjectData> const after(plan.project.getCopyOfProjectData());
     EXPECT_TRUE(*before == *after);
 }

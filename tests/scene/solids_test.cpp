@@ -92,19 +92,6 @@ TEST(Solids, surface_and_bounds_agree_with_the_shape)
         }
 }
 
-TEST(Solids, a_group_is_all_that_is_in_it)
-{
-    CEntityGroup group;
-    EXPECT_TRUE(group.getBounds().isEmpty());
-    auto * const inner = new CEntityGroup;
-    group.addChild(inner);
-    inner->addChild(new CEntityExtrusion);
-    for (auto & [entity, volume] : solids(9)) inner->addChild(entity.release());
-    expectNear(group.getBounds().low, {-4, 0, -2.5}, 0);
-    expectNear(group.getBounds().high, {3, 8, 12}, 0);
-    EXPECT_NEAR(volumeOf(group.getMesh()), 72 * std::numbers::pi + 63, 3.5);
-}
-
 TEST(Transform, places_points)
 {
     double const right = std::numbers::pi / 2;

@@ -2,10 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <climits>
-#include <cstdint>
-#include <string>
-
 #include "model/project.h"
 #include "tests/support/moments.h"
 
@@ -32,20 +28,6 @@ std::string exceptionsOf(CCalendar const & calendar)
     return text;
 }
 
-// A project with a calendar of a company in it. Only rules replace a project's calendar; here it is
-// written in place.
-class InAProject : public testing::Test
-{
-protected:
-    InAProject() { own.setProject(&project); }
-
-    CProject project{nullptr, false};
-    CCalendar & master = const_cast<CCalendar &>(project.getProjectCalendar());
-    CCalendar own;
-    CProjectTime const friday = at("2024-01-05 10:00");
-    CProjectDuration const hour{1, 0};
-};
-
 TEST(Calendar, ClearGivesTheStandardWeek)
 {
     CCalendar calendar;
@@ -60,28 +42,7 @@ TEST(Calendar, ClearGivesTheStandardWeek)
         EXPECT_EQ(id == normalID(calendar), 2 <= day && day <= 6) << day;
     }
     EXPECT_TRUE(calendar.getInUse().getValue() && calendar.getNormalDayInUse().getValue());
-    EXPECT_EQ(static_cast<unsigned long>(calendar.getNormalDay().getColor()) & 0xFF, 0xD4u);
     EXPECT_FALSE(normalID(CCalendar()) == normalID(calendar));
-}
-
-// The same action draws the same number of identifiers, however often it ran before.
-TEST(Calendar, OnlyNewObjectsDrawIdentifiers)
-{
-    auto const drawn = []
-    {
-        CCalendarDayTypeID::setCollectIssuedIDs(true);
-        CCalendar calendar;
-        calendar.isValidStartTime(at("2024-01-05 10:00"));
-        CCalendar copy(calendar);
-        copy = calendar;
-        copy.copyFromMasterCalendar();
-        copy.getCalendarWeek().getDay(0);
-        CCalendarException().setCalendarDayTypeID(CCalendarDayTypeID::getNULL());
-        CCalendarDayTypeID::setCollectIssuedIDs(false);
-        return CCalendarDayTypeID::getIssuedIDs().GetSize();
-    };
-    EXPECT_EQ(drawn(), 3);
-    EXPECT_EQ(drawn(), 3);
 }
 
 TEST(Calendar, DayTypeKeepsAtMostEightBlocks)
@@ -150,43 +111,16 @@ TEST(Calendar, SettersTakeTheCalendarsOwnParts)
     EXPECT_EQ(calendar.getCalendarDayTypes().GetSize(), 3);
 }
 
-TEST_F(InAProject, TheMastersExceptionsOverride)
-{
-    CProjectDate const date = friday.getDate();
-    own.setDayTypeOfSelectedDate(date, normalID(own));
-    EXPECT_TRUE(own.canEditDayType(date));
-    master.setDayTypeOfSelectedDate(date, offID(master));
-    EXPECT_FALSE(own.canEditDayType(date) || own.isDayAnException(date));
-    EXPECT_FALSE(own.isValidStartTime(friday));
-    // By identifier this calendar is the master, whatever another says.
-    own.setID(master.getID());
-    EXPECT_TRUE(own.isValidStartTime(friday));
-}
-
-TEST_F(InAProject, NormalDaysAreBorrowedUntilTheyAreEdited)
-{
-    CCalendarDayTypeID const masters = master.getNormalDay().getID();
-    own.setNormalDayInUse(false);
-    EXPECT_TRUE(own.getNormalDay().getID() == masters && own.getDayType(friday.getDate()).getID() == masters);
-    EXPECT_TRUE(own.editCalendarDayType(CCalendarDayType()));
-    EXPECT_TRUE(own.getNormalDayInUse().getValue());
-    EXPECT_EQ(own.getNormalDay().getNumberOfTimeBlocks(), 0);
-    EXPECT_FALSE(own.editCalendarDayType(CCalendarDayType()));
-    own.setInUse(false);
-    EXPECT_FALSE(own.editCalendarDayType(own.getNormalDay()));
-
-    // A week that names a day type that is gone has none on that day, and borrows none.
-    own.setNormalDayInUse(false);
-    own.setCalendarDayTypes(CCalendarDayTypeArray());
-    EXPECT_EQ(own.getDayType(friday.getDate()).getNumberOfTimeBlocks(), 0);
-    master.setNormalDayInUse(false);
-    EXPECT_EQ(master.getNormalDay().getNumberOfTimeBlocks(), 0);
-}
-
 // No answer comes from before a change, whoever changed.
-TEST_F(InAProject, EveryChangeIsSeen)
+TEST(Calendar, EveryChangeIsSeen)
 {
-    auto const answer = [this] { return shown(own.addDurationToTime(friday, CProjectDuration(8, 0), true)).substr(5); };
+    CProject project(nullptr, false);
+    // Only rules replace a project's calendar; here it is written in place.
+    CCalendar & master = const_cast<CCalendar &>(project.getProjectCalendar());
+    CCalendar own;
+    own.setProject(&project);
+    auto const answer = [&]
+    { return shown(own.addDurationToTime(at("2024-01-05 10:00"), CProjectDuration(8, 0), true)).substr(5); };
     EXPECT_EQ(answer(), "01-08 10:00");
     master.setDayTypeOfSelectedDate(on("2024-01-08"), offID(master));
     EXPECT_EQ(answer(), "01-09 10:00");
@@ -207,24 +141,6 @@ TEST_F(InAProject, EveryChangeIsSeen)
     EXPECT_EQ(answer(), "01-10 10:00");
     master.clear(true);
     EXPECT_EQ(answer(), "01-08 10:00");
-}
-
-TEST_F(InAProject, CopiesKnowTheirProject)
-{
-    master.setDayTypeOfSelectedDate(friday.getDate(), offID(master));
-    EXPECT_FALSE(CCalendar(own).isValidStartTime(friday));
-    CCalendar assigned;
-    assigned = own;
-    EXPECT_FALSE(assigned.isValidStartTime(friday));
-    assigned = CCalendar();
-    EXPECT_FALSE(assigned.isValidStartTime(friday));
-
-    CCalendarID const id = own.getID();
-    own.copyFromMasterCalendar();
-    EXPECT_TRUE(own.getID() == id && own.getCalendarDayExceptions() == master.getCalendarDayExceptions());
-    EXPECT_FALSE(own.getInUse().getValue() || own.getNormalDayInUse().getValue());
-    master.copyFromMasterCalendar();
-    EXPECT_TRUE(master.getInUse().getValue());
 }
 
 // Being asked sorts the exceptions, which counts as a change; and a copy of sorted ones is changed.
@@ -248,24 +164,6 @@ TEST(Calendar, FlagsFollowTheFieldsAndTheOrderOfExceptionsButNotTheIdentifier)
     EXPECT_TRUE(sorted.getChanged());
     EXPECT_EQ(sorted.findByDate(on("2024-01-03")), 1);
     EXPECT_EQ(sorted.findByDate(on("2024-01-04")), -1);
-}
-
-TEST(Calendar, DurationsInWorkingDays)
-{
-    CCalendar const calendar;
-    CProjectDuration const duration(3, 2, 30, calendar), negative(-10 * 3600L);
-    EXPECT_EQ(duration.GetTotalSeconds(), 3 * 28800 + 9000);
-    EXPECT_EQ(CProjectDuration(LONG_MAX, 0, 0, calendar).GetTotalSeconds(), INT32_MAX / 60 * 60);
-    CCalendar idle;
-    idle.setCalendarDayTypes(CCalendarDayTypeArray());
-    auto const parts = [](CProjectDuration const & value, CCalendar const & in)
-    {
-        return std::to_string(value.GetDays(in)) + ' ' + std::to_string(value.GetHours(in)) + ' ' +
-               std::to_string(value.GetMinutes(in));
-    };
-    EXPECT_EQ(parts(duration, calendar), "3 2 30");
-    EXPECT_EQ(parts(negative, calendar), "-1 -2 0");
-    EXPECT_EQ(parts(duration, idle), "0 26 30");
 }
 
 }  // namespace

@@ -82,36 +82,6 @@ TEST_F(CriticalPath, AnswersWhatLiesOnIt)
     EXPECT_EQ(project.getCriticalPath().getEndTaskInLongestChain(), &plan["c"]);
     EXPECT_TRUE(project.isInCriticalPath(plan.link("a", "b").getID()));
     EXPECT_FALSE(project.isInCriticalPath(plan.link("a", "d").getID()));
-    // The text form leaves its argument as it is.
-    CString untouched("as it was");
-    project.getCriticalPath().getCriticalPathDescription(untouched);
-    EXPECT_EQ(untouched, "as it was");
-}
-
-TEST_F(CriticalPath, MayBeOlderThanThePlan)
-{
-    Plan plan({aTask("a").lasting(2_d), aTask("b").after("a"), aTask("c").after("b")});
-    EXPECT_EQ(pathOf(plan), "4d [a]-Finish To Start->[b]-Finish To Start->[c]");
-    CCriticalPathCachedData const & path = plan.project.getCriticalPath();
-    EXPECT_TRUE(path.getChanged());
-    CLinkArray const first(plan["b"].getUpstreamLinks());
-
-    CProjectConfig::setShowCriticalPath(0);
-    plan.writable("b").setUpstreamLinks(CLinkArray());
-    plan.derive();
-    EXPECT_FALSE(path.getChanged());
-    plan.project.updateCriticalPath();
-    EXPECT_FALSE(path.getChanged());
-    CStringArray lines;
-    path.getCriticalPathDescription(lines);
-    EXPECT_EQ(join(lines), "[]-link->[b]-Finish To Start->[c]");
-
-    plan.writable("b").setUpstreamLinks(first);
-    plan.tasks().RemoveAt(0);
-    plan.tasks().RemoveAt(1);
-    path.getCriticalPathDescription(lines);
-    EXPECT_TRUE(lines.IsEmpty());
-    EXPECT_EQ(path.getEndTaskInLongestChain(), nullptr);
 }
 
 TEST_F(CriticalPath, StopsAtTheEndsOfSeconds)
@@ -138,11 +108,6 @@ void expectAsJudged(CProject & project, Memory memory)
     for (CLink const & link : path.getLinksInCriticalPath()) links.push_back(link.getID().toString());
     for (CLink const * link : plain.links) plainLinks.push_back(link->getID().toString());
     EXPECT_EQ(links, plainLinks);
-    CStringArray lines;
-    path.getCriticalPathDescription(lines);
-    std::string described;
-    for (std::string const & line : plainDescription(project, plain)) described += line;
-    EXPECT_EQ(join(lines), described);
 }
 
 TEST_F(CriticalPath, AgreesWithEveryRoadOfSmallPlans)

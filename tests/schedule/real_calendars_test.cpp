@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <iostream>
 #include <map>
-#include <string>
 #include <vector>
 
 #include "tests/support/moments.h"

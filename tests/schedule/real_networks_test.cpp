@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <vector>
-
 #include "config/project_config.h"
 #include "tests/support/plan_builder.h"
 #include "tests/support/real_cases.h"

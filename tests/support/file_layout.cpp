@@ -7,9 +7,6 @@
 #include <functional>
 #include <vector>
 
-#include "scene/scene.h"
-#include "scene/transform.h"
-
 namespace orvane
 {
 
@@ -197,19 +194,8 @@ std::string bytesOf(T number)
     return bytes;
 }
 
-class StringSink : public IByteSink
-{
-public:
-    void write(void const * data, std::size_t size) override { bytes.append(static_cast<char const *>(data), size); }
-    std::string bytes;
-};
-
-std::string emptyScene()
-{
-    StringSink sink;
-    CScene().write(sink);
-    return sink.bytes;
-}
+// As scene/scene_form_impl.h tells it.
+std::string const emptyScene("OSCN\1\0\0\0\0\0\0\0", 12);
 
 // How one value stands in the stream, and as a text. Where the stream ends early the text is empty.
 struct Cursor
@@ -266,7 +252,7 @@ std::string readValue(std::string const & kind, Cursor & from)
         bool const identity = from.number<char>() == 0;
         return identity ? "identity" : std::string(from.take(128));
     }
-    if (kind == "scene") return from.take(emptyScene().size()) == emptyScene() ? "empty" : "other";
+    if (kind == "scene") return from.take(emptyScene.size()) == emptyScene ? "empty" : "other";
     if (kind.find("..") != kind.npos) return std::to_string(from.number<std::int32_t>());
     // int, date, time, timeOfDay and duration.
     return withFlag(from.number<std::int32_t>());
@@ -312,7 +298,7 @@ private:
         // Six rights say nothing of resources; sixteen rights give all of them.
         if (item.since == 26 && version < 20) laid.expected[at] = "5";
         else if (item.absent == fresh) laid.expected[at] = fresh;
-        else if (item.absent[0] == '@') expectLike(path + "." + (item.absent + 1), at);
+        else if (item.absent[0] == '@') laid.expected[at] = laid.expected[path + "." + (item.absent + 1)];
         else if (item.kind == "SupplyChain")
         {
             laid.expected[at + ".id"] = fresh;
@@ -323,7 +309,6 @@ private:
             for (Item const & right : layouts().at("Permissions")) laid.expected[at + "." + right.name] = item.absent;
         else laid.expected[at] = std::string_view(item.absent) == "[]" ? "[0]" : item.absent;
     }
-    void expectLike(std::string const & other, std::string const & at) { laid.expected[at] = laid.expected[other]; }
 
     void writeItem(std::string const & kind, std::string const & path, bool counts)
     {
@@ -388,7 +373,7 @@ private:
         if (kind == "id") return some(16, path);
         if (kind == "color") return bytesOf(float(seed % 2)) + bytesOf(float(seed / 2 % 2)) + bytesOf(float(seed / 4 % 2));
         if (kind == "transform") return bytesOf(char{1}) + some(128, path);
-        if (kind == "scene") return emptyScene();
+        if (kind == "scene") return emptyScene;
         return bytesOf(std::int32_t(seed % 1'000'000'000)) + valid;
     }
     // Bytes that are finite numbers however they are read.
@@ -449,10 +434,10 @@ private:
 
 }  // namespace
 
-LaidOut layOut(std::string const & className, int version)
+LaidOut layOut(std::string const & className, int version, std::string const & root)
 {
     Writer writer(version);
-    writer.write(className, className, true);
+    writer.write(className, root, true);
     return writer.laid;
 }
 

@@ -21,9 +21,9 @@ struct LaidOut
     LayoutValues expected;
 };
 
-// The version and then the class, "ProjectData" or "PresentationData", with a recognisable value in each item of that
-// version, those that were dropped later included.
-LaidOut layOut(std::string const & className, int version);
+// The version and then the class, such as "ProjectData", with a recognisable value in each item of that
+// version, those that were dropped later included. Values and paths follow from the name of the root.
+LaidOut layOut(std::string const & className, int version, std::string const & root);
 
 // The items of a stream of the present version. Fails the test where the stream does not follow the table to its end.
 LayoutValues readLayout(std::string const & className, std::string_view stream);

@@ -5,18 +5,13 @@
 #include <map>
 #include <set>
 
+#include "tests/support/task_history.h"
+
 namespace orvane::test
 {
 
 namespace
 {
-
-std::string typeText(int type)
-{
-    static char const * const texts[] = {"link", "Finish To Start", "Start To Finish", "Start To Start",
-                                         "Finish To Finish"};
-    return texts[type];
-}
 
 class LongestChains
 {
@@ -98,51 +93,7 @@ private:
     std::map<CTask const *, PlainChain> known;
 };
 
-}  // namespace
-
-PlainChain plainCriticalPath(CProject const & project, Memory memory)
-{
-    return LongestChains(project, memory).findEnd(project.getAllTasks());
-}
-
-std::vector<std::string> plainDescription(CProject const & project, PlainChain const & chain)
-{
-    std::vector<std::string> lines;
-    CTask const * task = chain.end;
-    if (!task || task->getID().isNULL()) return lines;
-    auto const named = [](CTask const * each) { return "[" + (each ? std::string(each->getName().view()) : "") + "]"; };
-    lines.push_back(named(task));
-    for (std::size_t each = 0; task && each < chain.links.size(); ++each)
-    {
-        CTask const * next = nullptr;
-        std::string type = "link";
-        for (CLink const & link : task->getUpstreamLinks())
-        {
-            auto const isThis = [&](CLink const * other) { return other->getID() == link.getID(); };
-            if (std::ranges::none_of(chain.links, isThis)) continue;
-            next = project.getTask(link.getUpstreamTaskID());
-            type = typeText(link.getType().getEquivalentValue());
-            break;
-        }
-        task = next;
-        lines.insert(lines.begin(), named(task) + "-" + type + "->");
-    }
-    return lines;
-}
-
 // ---- searches ---------------------------------------------------------------------------------------
-
-namespace
-{
-
-void addTasks(CTaskArray const & tasks, std::vector<CTask const *> & all)
-{
-    for (CTask const & task : tasks)
-    {
-        all.push_back(&task);
-        if (task.getSubTasks()) addTasks(*task.getSubTasks(), all);
-    }
-}
 
 bool circular(CProject const & project, CTask const & task, std::set<CTask const *> visited)
 {
@@ -150,7 +101,8 @@ bool circular(CProject const & project, CTask const & task, std::set<CTask const
     std::vector<CTask const *> family{&task};
     for (CTask const * parent = task.getParentOfLastPass(); parent; parent = parent->getParentOfLastPass())
         family.push_back(parent);
-    if (task.getSubTasks()) addTasks(*task.getSubTasks(), family);
+    if (task.getSubTasks())
+        forEachTask(*task.getSubTasks(), [&](CTask const & below, CTask const *) { family.push_back(&below); });
     for (CTask const * each : family)
         for (CLink const & link : each->getUpstreamLinks())
         {
@@ -200,10 +152,15 @@ private:
 
 }  // namespace
 
+PlainChain plainCriticalPath(CProject const & project, Memory memory)
+{
+    return LongestChains(project, memory).findEnd(project.getAllTasks());
+}
+
 std::vector<CTask const *> everyTask(CProject const & project)
 {
     std::vector<CTask const *> all;
-    addTasks(project.getAllTasks(), all);
+    forEachTask(project.getAllTasks(), [&](CTask const & task, CTask const *) { all.push_back(&task); });
     return all;
 }
 
@@ -276,10 +233,7 @@ CLinkArray randomLinks(std::mt19937 & random, std::vector<CTask const *> const &
         CTaskID from;
         int const kind = below(random, 20);
         if (kind == 0) from.clear();
-        else if (kind > 1 && !upstream.empty())
-            from.setGUID(upstream[static_cast<std::size_t>(below(random, static_cast<int>(upstream.size())))]
-                             ->getID()
-                             .getGUID());
+        else if (kind > 1 && !upstream.empty()) from.setGUID(upstream[random() % upstream.size()]->getID().getGUID());
         CLinkType type;
         if (below(random, 20)) type = 1 + below(random, 4);
         CLink link(from, type);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <random>
-#include <string>
 #include <vector>
 
 #include "model/project.h"
@@ -23,7 +22,6 @@ struct PlainChain
 };
 
 PlainChain plainCriticalPath(CProject const & project, Memory memory);
-std::vector<std::string> plainDescription(CProject const & project, PlainChain const & chain);
 bool plainIsInCircularChain(CProject const & project, CTask const & task);
 bool plainIsUpstream(CProject const & project, CTask const & task, CTaskID const & sought, Memory memory);
 std::vector<CLink const *> plainDownstreamLinks(CProject const & project, CTaskID const & upstream);

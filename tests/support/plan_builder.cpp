@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <stdexcept>
 
+#include "tests/support/task_history.h"
+
 namespace orvane
 {
 
@@ -11,10 +13,8 @@ namespace orvane
 std::string text(CProjectTime const & time)
 {
     if (!time.isValid()) return "?";
-    char buffer[64];
-    std::snprintf(buffer, sizeof buffer, "%04d-%02d-%02d %02d:%02d", time.GetYear(), time.GetMonth(), time.GetDay(),
-                  time.GetHour(), time.GetMinute());
-    return time.GetYear() == 2004 ? buffer + 5 : buffer;
+    std::string const whole(time.getCTime().Format("%Y-%m-%d %H:%M").view());
+    return time.GetYear() == 2004 ? whole.substr(5) : whole;
 }
 
 namespace
@@ -100,14 +100,11 @@ std::string digest(CProject const & project)
 CProjectTime operator""_t(char const * text, std::size_t length)
 {
     std::string const given(text, length);
-    int year = 2004, month = 0, day = 0, hour = 0, minute = 0;
     if (given == "?") return {};
-    if (std::sscanf(text, "%4d-%d-%d %d:%d", &year, &month, &day, &hour, &minute) != 5)
-    {
-        year = 2004;
-        if (std::sscanf(text, "%d-%d %d:%d", &month, &day, &hour, &minute) != 4)
-            throw std::invalid_argument("no moment: " + given);
-    }
+    int year = 0, month = 0, day = 0, hour = 0, minute = 0;
+    std::string const whole = length == 11 ? "2004-" + given : given;
+    if (std::sscanf(whole.c_str(), "%4d-%d-%d %d:%d", &year, &month, &day, &hour, &minute) != 5)
+        throw std::invalid_argument("no moment: " + given);
     return {year, month, day, hour, minute};
 }
 
@@ -182,25 +179,11 @@ void Plan::addLinks(TaskDraft const & draft)
     for (TaskDraft const & child : draft.children) addLinks(child);
 }
 
-namespace
-{
-
-CTask const * findByName(CTaskArray const & tasks, std::string const & name)
-{
-    for (CTask const & task : tasks)
-    {
-        if (task.getName() == name.c_str()) return &task;
-        CTask const * const below = task.getSubTasks() ? findByName(*task.getSubTasks(), name) : nullptr;
-        if (below) return below;
-    }
-    return nullptr;
-}
-
-}  // namespace
-
 CTask const & Plan::operator[](std::string const & name) const
 {
-    CTask const * const task = findByName(project.getAllTasks(), name);
+    CTask const * task = nullptr;
+    forEachTask(project.getAllTasks(), [&](CTask const & each, CTask const *)
+                { task = task || each.getName() != name.c_str() ? task : &each; });
     if (!task) throw std::invalid_argument("the plan has no task " + name);
     return *task;
 }

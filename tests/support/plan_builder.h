@@ -1,8 +1,6 @@
 #pragma once
 
-#include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "model/project.h"
@@ -30,6 +28,14 @@ inline CProjectDuration operator""_m(unsigned long long minutes)
 // "01-05 09:00"_t is a moment of 2004, whose first Monday is 01-05; "2005-01-03 09:00"_t names the year; "?"_t
 // is not valid.
 CProjectTime operator""_t(char const * text, std::size_t length);
+
+// Where an action runs: 1 on the client that it comes from, 2 on the server, 3 on the other clients.
+inline CRulesCheckerContext contextOf(int number)
+{
+    CRulesCheckerContext context;
+    context = number;
+    return context;
+}
 
 // ---- what a plan is to hold -------------------------------------------------------------------------
 

@@ -46,16 +46,3 @@ void PrintTo(ID const & id, std::ostream * out)
 {
     *out << id.tagName().view() << ' ' << (id.isNULL() ? std::string_view("NULL") : id.toString().view());
 }
-template <class Value>
-    requires requires(Value const & value)
-    {
-        value.getEquivalentValue();
-    }
-void PrintTo(Value const & value, std::ostream * out)
-{
-    *out << value.getEquivalentValue() << (value.isValid() ? "" : " (not valid)");
-}
-inline void PrintTo(CTask const & task, std::ostream * out)
-{
-    *out << "the task " << task.getName().view();
-}

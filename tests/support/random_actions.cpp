@@ -3,7 +3,6 @@
 #include <functional>
 #include <vector>
 
-#include "platform/file.h"
 #include "rules/local_rules_checker.h"
 #include "scene/solids.h"
 #include "tests/support/plan_builder.h"
@@ -38,21 +37,14 @@ struct Actor
     }
     CProjectTime time() { return CProjectTime(2026, 1 + below(12), 1 + below(28), below(24), below(60)); }
     CProjectDuration duration() { return CProjectDuration(60L * below(10'000)); }
-    CCompanyID company()
+    template <class ID, class Array>
+    ID any(Array const & all)
     {
-        CCompanyArray const & all = project.getAllCompanies();
-        return all.IsEmpty() ? CCompanyID::getNULL() : all.GetAt(below(all.GetSize())).getID();
+        return all.IsEmpty() ? ID::getNULL() : ID(all.GetAt(below(all.GetSize())).getID());
     }
-    CResourceID resource()
-    {
-        CHumanResourceArray const people = project.getAllHumanResources();
-        return people.IsEmpty() ? CResourceID::getNULL() : people.GetAt(below(people.GetSize())).getID();
-    }
-    CRiskID risk()
-    {
-        CRiskArray const & all = project.getAllRisks();
-        return all.IsEmpty() ? CRiskID::getNULL() : all.GetAt(below(all.GetSize())).getID();
-    }
+    CCompanyID company() { return any<CCompanyID>(project.getAllCompanies()); }
+    CResourceID resource() { return any<CResourceID>(project.getAllHumanResources()); }
+    CRiskID risk() { return any<CRiskID>(project.getAllRisks()); }
     template <class Record>
     Record named()
     {
@@ -117,35 +109,6 @@ void actAtRandom(CProject & project, std::mt19937 & random)
 {
     Actor actor(project, random);
     actions[static_cast<std::size_t>(actor.below(static_cast<int>(actions.size())))](actor);
-}
-
-std::string streamOf(CProject & project)
-{
-    CMemFile file;
-    CProjectArchive archive(&file, CArchive::store, true);
-    project.Serialize(archive);
-    archive.Close();
-    std::string stream(static_cast<std::size_t>(file.GetLength()), '\0');
-    file.Seek(0, CFile::begin);
-    file.Read(stream.data(), static_cast<unsigned int>(stream.size()));
-    return stream;
-}
-
-bool loadStream(CProject & project, std::string const & stream)
-{
-    std::string bytes = stream;
-    CMemFile file;
-    file.Attach(reinterpret_cast<unsigned char *>(bytes.data()), bytes.size());
-    try
-    {
-        CProjectArchive archive(&file, CArchive::load, true);
-        project.Serialize(archive);
-        return true;
-    }
-    catch (CArchiveException const &)
-    {
-        return false;
-    }
 }
 
 }  // namespace orvane

@@ -1,21 +1,14 @@
 #include "values/date_time.h"
 
 #include "platform/string.h"
-#include "tests/support/moments.h"
 #include "tests/support/zone_scope.h"
 
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <ostream>
 
 static_assert(sizeof(CProjectDate) == 16 && sizeof(CProjectTime) == 16 && sizeof(CProjectTimeOfDay) == 16);
 static_assert(sizeof(CProjectDuration) == 16);
-
-void PrintTo(CProjectTime const & time, std::ostream * out)
-{
-    *out << orvane::test::shown(time);
-}
 
 namespace
 {
@@ -79,28 +72,6 @@ TEST(TimeOfDay, RunsRoundMidnight)
     EXPECT_EQ(late - CProjectTimeOfDay(8, 30), CProjectDuration(14, 30));
     EXPECT_EQ(CProjectTimeOfDay(8, 0) - CProjectTimeOfDay(9, 0), CProjectDuration(0, 0));
     EXPECT_EQ(CProjectDuration(CProjectTimeOfDaySpan({17, 30}, {9, 0})), CProjectDuration(-8, -30));
-}
-
-TEST(DateTime, CopiesCountAsChangesAndDefaultsAreNotValid)
-{
-    ZoneScope const zone("Europe/Berlin");
-    auto const check = []<class Value>(Value const & given)
-    {
-        Value copy = given;
-        EXPECT_TRUE(given.isValid() && !given.getChanged() && copy.isValid() && copy.getChanged());
-        copy.resetChanged();
-        copy = Value();
-        EXPECT_TRUE(!copy.isValid() && copy.getChanged());
-    };
-    check(CProjectDate(2004, 1, 5));
-    check(CProjectTime(2004, 1, 5, 8, 0));
-    check(CProjectTimeOfDay(8, 0));
-    EXPECT_FALSE(CProjectTime().getDate().isValid() || CProjectTime().getTimeOfDay().isValid());
-    EXPECT_FALSE((CProjectTimeOfDay() + CProjectDuration(2, 0)).isValid());
-
-    CProjectTimeOfDay time(8, 0);
-    EXPECT_FALSE(time.diff(CProjectTimeOfDay(8, 0)).getChanged());
-    EXPECT_TRUE(time.diff(CProjectTimeOfDay(9, 0)).getChanged() && time == CProjectTimeOfDay(9, 0));
 }
 
 TEST(Date, CarriesOverAndStopsAtTheEnds)
@@ -168,20 +139,4 @@ TEST(TimeOfDaySpan, IsValidUpToOneMinuteBeforeMidnight)
         changed.setEnd(given.getEnd());
         EXPECT_TRUE(changed.isValid() == valid && changed.getChanged() && changed == given) << CString(given);
     }
-}
-
-TEST(TimeOfDaySpan, IntersectsInMoreThanAMoment)
-{
-    CProjectTimeOfDaySpan out = span(1, 2);
-    EXPECT_FALSE(span(8, 12).getIntersection(span(12, 17), out));
-    EXPECT_EQ(out, span(1, 2));
-    EXPECT_TRUE(span(8, 13).getIntersection(span(12, 17), out));
-    EXPECT_EQ(out, span(12, 13));
-}
-
-TEST(TimeOfDaySpan, ComparesAsItsTextDoes)
-{
-    CProjectTimeOfDaySpan const spans[] = {span(0, 0), span(9, 17), span(9, 8), span(10, 9), {{9, 5}, {9, 4}}};
-    for (auto const & a : spans)
-        for (auto const & b : spans) EXPECT_EQ(a.compare(b), CString(a).Compare(CString(b)));
 }

@@ -36,15 +36,6 @@ TEST(Duration, SumsAreNewValuesWhileCompoundAssignmentsTouchTheNumberAlone)
     EXPECT_EQ((CProjectDuration(INT32_MIN) - sum).GetTotalSeconds(), -2147483640);
 }
 
-TEST(Duration, ComparesByValidityAndOrdersByNumber)
-{
-    CProjectDuration const zero(0, 0);
-    CProjectDuration number;
-    number += CProjectDuration(60);
-    EXPECT_TRUE(CProjectDuration() == number && CProjectDuration() != zero);
-    EXPECT_TRUE(zero <= CProjectDuration() && zero >= CProjectDuration() && CProjectDuration() < CProjectDuration(60));
-}
-
 TEST(Duration, CopiesKeepTheChangeFlagAndAssignmentsTakeTheSourcesValidity)
 {
     CProjectDuration target(3, 0);

@@ -82,24 +82,6 @@ TEST(Enumerations, KeepTheirNumbersFlagsAndTexts)
     check<CTaskType>(0, 2, 0, 0, "", "Key Date");
 }
 
-// Names in the code and texts on the screen meet in the middle of the long tables too; unknown numbers have no text.
-TEST(Enumerations, NamesCarryTheTextsThatPlannersRead)
-{
-    EXPECT_EQ(textOf(CAccessType(CAccessType::WhereCustomer)), "Where User is Customer");
-    EXPECT_EQ(textOf(CCostType(CCostType::Quarterly)), "Quaterly");
-    EXPECT_EQ(textOf(CCompanyType(CCompanyType::ProjectManager)), "Project manager");
-    EXPECT_EQ(textOf(CResourceUnitType(CResourceUnitType::Millimeter)), "Milimeter");
-    EXPECT_EQ(textOf(CResourceUnitType(CResourceUnitType::Pack)), "Pack");
-    EXPECT_EQ(textOf(CResourceProfileType()), "Temporary");
-    EXPECT_EQ(textOf(CResourceStatus()), "Unknown");
-    CCompanyType company;
-    CResourceProfileType profile;
-    EXPECT_EQ(textOf(company = 23) + textOf(profile = 4) + textOf(CTaskStatus()), "");
-    EXPECT_EQ(CResourceUnitType::getNumberOfUnitTypes(), 35);
-    EXPECT_EQ(CResourceProfileType::getNumberOfProfileTypes(), 3);
-    EXPECT_EQ(CCompanyType::getMaximumEquivalentValue(), 22);
-}
-
 // One row for each right, one column for each limit, in the order of their numbers.
 TEST(AccessType, GreaterGrantsAccessThatTheOtherDoesNot)
 {

@@ -29,19 +29,6 @@ TEST(Identifiers, OrderIsByUnsignedBytesInMemory)
     EXPECT_TRUE(low.compare(&high) == -1 && high.compare(&low) == 1);
 }
 
-TEST(Identifiers, EachKindHasItsTagAndItsCounters)
-{
-    EXPECT_EQ(CAttributeID().tagName(), CString("ProjectID"));
-    CCostID::resetCreatedAndDeletedCount();
-    {
-        EXPECT_TRUE(CCostID::getNULL().isNULL());
-        CCostID const one;
-        CCostID const two(one);
-        EXPECT_EQ(CCostID::getCreated() - CCostID::getDeleted(), 2);
-    }
-    EXPECT_EQ(CCostID::getCreated(), CCostID::getDeleted());
-}
-
 // What was collected on one side comes out again, in order, on the other; copies take no part.
 TEST(Identifiers, ReplayGivesTheSameIdentifiers)
 {
@@ -60,12 +47,6 @@ TEST(Identifiers, ReplayGivesTheSameIdentifiers)
     CFilterID const null{orvane::nullID};
     CFilterID const again;
     EXPECT_EQ(again, first);
-
-    CFilterID::setCollectIssuedIDs(true);  // collecting wins over issuing
-    CFilterID const collected;
-    EXPECT_NE(collected, second);
-    EXPECT_EQ(CFilterID::getIDsToIssue().GetSize(), 1);
-    CFilterID::setCollectIssuedIDs(false);
 
     EXPECT_EQ(CFilterID(), second);
     EXPECT_TRUE(CFilterID::getIDsToIssue().IsEmpty());

@@ -5,7 +5,6 @@
 #include <climits>
 #include <limits>
 #include <string>
-#include <type_traits>
 
 namespace
 {
@@ -46,25 +45,6 @@ TEST(Scalars, CopiesAreUnchangedAssignmentsAreChanges)
     expectLife(CProjectColor(0, 128, 255), true);
 }
 
-TEST(Scalars, AreValidAndUnchangedFromEveryConstructor)
-{
-    auto const check = [](auto const &... values) { (expectFlags(values, true, false), ...); };
-    auto const * const bytes = reinterpret_cast<unsigned char const *>("a");
-    check(CProjectBool(7), CProjectString(""), CProjectString('a', 0), CProjectString("a", 0), CProjectString(L""),
-          CProjectString(bytes), CProjectString(CString()), CProjectColor(CColor()), CProjectColor(0.0F, 0.0F, 0.0F),
-          CProjectColor(0UL));
-    EXPECT_TRUE(CProjectString("aab", 2) == CProjectString('a', 2) && CProjectString(bytes) == CProjectString(L"a"));
-}
-
-TEST(ProjectBool, ComparesWithPlainNumbers)
-{
-    CProjectBool const yes(2);
-    EXPECT_EQ(static_cast<int>(yes), 1);
-    EXPECT_TRUE(yes == true && yes != 0 && yes > false && yes > CProjectBool());
-    EXPECT_FALSE(yes == false || yes > yes || CProjectBool().getValue());
-    static_assert(!std::is_constructible_v<CProjectBool, char const *>);
-}
-
 TEST(ProjectInt, ArithmeticStopsAtTheEnds)
 {
     EXPECT_EQ(CProjectInt().getValue(), -1);
@@ -76,41 +56,6 @@ TEST(ProjectInt, ArithmeticStopsAtTheEnds)
     EXPECT_EQ((CProjectInt(0) - number).getValue(), INT_MAX);
     EXPECT_EQ((number /= -1).getValue(), INT_MAX);
     EXPECT_EQ((number /= -10).getValue(), -214748364);
-}
-
-// What changes in place leaves `valid` alone; what makes a new value makes a valid one.
-TEST(ProjectNumbers, ArithmeticSetsItsFlags)
-{
-    CProjectInt whole;
-    expectFlags(whole += 3, false, true);
-    expectFlags(-whole, true, false);
-
-    CProjectDouble fraction;
-    fraction += 3.0;
-    fraction -= 0.5;
-    fraction *= 4.0;
-    expectFlags(fraction /= 3.0, false, true);
-    EXPECT_DOUBLE_EQ((fraction - -fraction).getValue(), 4.0);
-    expectFlags(fraction + fraction, true, false);
-}
-
-TEST(ProjectString, EveryWayOfChangingItSetsBothFlags)
-{
-    void (*const changes[])(CProjectString &) = {
-        [](CProjectString & text) { text = CString("a"); },
-        [](CProjectString & text) { text = L"a"; },
-        [](CProjectString & text) { text = 'a'; },
-        [](CProjectString & text) { text += "a"; },
-        [](CProjectString & text) { text += 'a'; },
-        [](CProjectString & text) { text.CString::operator=("b"), text.SetAt(0, 'a'); },
-    };
-    for (auto const change : changes)
-    {
-        CProjectString text;
-        change(text);
-        EXPECT_STREQ(text, "a");
-        expectFlags(text, true, true);
-    }
 }
 
 // Red lies in the low byte; what is out of range is bounded.
@@ -132,17 +77,6 @@ TEST(ProjectColor, NumbersComeBackAndColoursLoseTheirFractions)
     }
     EXPECT_FLOAT_EQ(CProjectColor(0x00FF3300UL).green(), 0.2F);
     EXPECT_NE(CProjectColor(0x00007FUL), CProjectColor(0.5F, 0.0F, 0.0F));
-}
-
-TEST(ProjectStateIndex, KeepsItsAcknowledgement)
-{
-    CProjectStateIndex index(4), copy;
-    EXPECT_FALSE(index.getAcknowledged() || copy.isValid());
-    index.setAcknowledged(true);
-    copy = CProjectStateIndex(index);
-    EXPECT_TRUE(copy.getAcknowledged() && copy.isValid() && copy.getValue() == 4);
-    copy.clear();
-    EXPECT_FALSE(copy.getAcknowledged() || copy.isValid() || copy.getValue() != 0);
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "values/typed_array.h"
 
-#include "model/cost.h"
 #include "values/identifier_arrays.h"
 #include "values/sorted_word_array.h"
 #include "values/string_array.h"
@@ -77,40 +76,6 @@ TEST(TypedArray, LookupsStayRightThroughRandomHistories)
     std::iota(numbers.begin(), numbers.end(), 0);
     numbers.back() = 65535;
     liveThroughARandomHistory<CSortedWordArray>(numbers, std::mem_fn(&CSortedWordArray::find));
-}
-
-TEST(TypedArray, ElementsKeepTheirIdentityAndAreCountedOnce)
-{
-    CTaskIDArray array;
-    array.Add(CTaskID());
-    CTaskID const * const first = &array.GetAt(0);
-    CTaskID::resetCreatedAndDeletedCount();
-    CTaskID::setCollectIssuedIDs(true);
-    for (int each = 0; each < 1000; ++each) array.Add(array.GetAt(0));
-    array.InsertAt(0, array.GetAt(0));
-    array.RemoveAt(5, 10);
-    CTaskIDArray copy(array);
-    copy = array;
-    CTaskID::setCollectIssuedIDs(false);
-    EXPECT_EQ(&array.GetAt(1), first);
-    EXPECT_EQ(CTaskID::getCreated(), 1001 + 992 + 992);
-    EXPECT_EQ(CTaskID::getDeleted(), 10 + 992);
-    EXPECT_TRUE(CTaskID::getIssuedIDs().IsEmpty());
-}
-
-TEST(TypedArray, ChangingAnElementFindsItByItsIdentity)
-{
-    CCostArray costs;
-    CCost cost;
-    EXPECT_FALSE(costs.changeElement(cost));
-    for (CCost const & each : {CCost(), cost, CCost()}) costs.Add(each);
-    costs.resetChanged();
-    EXPECT_FALSE(costs.setChanged());
-    cost.setDescription("changed");
-    EXPECT_TRUE(costs.changeElement(cost) && costs.getChanged());
-    EXPECT_TRUE(costs.GetAt(1) == cost && costs.findByID(cost.getID()) == 1);
-    costs[1] = CCost();
-    EXPECT_EQ(costs.findByID(cost.getID()), -1);
 }
 
 TEST(TypedArray, FlagsFollowTheArrayAndItsElements)
