@@ -44,8 +44,9 @@ CostTotals ownCosts(CTask const & task)
     {
         // What a summary task is assigned itself counts for nothing by kind.
         if (isOfResources(kind) && task.isSummaryTask()) continue;
-        totals.budgeted[kind] = (task.*taskTotals[kind])(CCostTotalType::Budgeted);
-        totals.actual[kind] = (task.*taskTotals[kind])(CCostTotalType::Actual);
+        CostTotal const total = taskTotals[kind];
+        totals.budgeted[kind] = (task.*total)(CCostTotalType::Budgeted);
+        totals.actual[kind] = (task.*total)(CCostTotalType::Actual);
     }
     return totals;
 }

@@ -90,7 +90,7 @@ void checkData(std::string const & path, FileCheck & check)
     auto data = std::make_unique<CProjectData>();
     readWhole(*data, path, check);
     if (!check.fault.empty()) return;
-    project.setProjectData(data.release());
+    project.setProjectData(data.get());
     countProject(project, check);
 }
 

@@ -4,12 +4,6 @@
 
 #include <gtest/gtest.h>
 
-// The caches of the font library stay until the process ends, behind offsets that the leak check cannot follow.
-extern "C" char const * __lsan_default_suppressions()
-{
-    return "leak:libfontconfig";
-}
-
 namespace
 {
 
