@@ -12,6 +12,7 @@
 #include "pictures/gantt_arrows_impl.h"
 #include "tests/support/clock_scope.h"
 #include "tests/support/plan_builder.h"
+#include "tests/support/svg_structure.h"
 
 namespace
 {
@@ -126,6 +127,70 @@ TEST(Gantt, PutsBarsWhereTheirTimesAre)
     EXPECT_EQ(layout.bars[1].color,
               Color::ofNumber(static_cast<long>(CProjectConstants::getColor(CTaskStatus::Started))));
     EXPECT_DOUBLE_EQ(layout.scale.width(), 1200 - layout.tableWidth);
+}
+
+// What is drawn, in hours and rows.
+TEST(Gantt, DrawsWhatIsLaidOut)
+{
+    ClockScope const clock("01-07 13:00"_t);
+    WithCriticalPath const critical;
+    Plan plan({aTask("house").with({aTask("dig").lasting(2_d).started("01-06 09:00"_t),
+                                    aTask("walls & roof").from("01-08 09:00"_t).after("dig")}),
+               aTask("over").from("01-09 09:00"_t).keyDate().after("walls & roof"), aTask("free").from("01-12 09:00"_t)});
+    plan.act([&](auto & rules) { return rules.setTasksBaseline(plan.ids({"free"})); });
+    // So wide that a few pixels are less than an hour.
+    GanttOptions options = january();
+    options.now = "01-07 13:00"_t;
+    options.width = 4000;
+    GanttLayout const layout = layOutGantt(plan.project, options);
+    std::string const svg = drawGantt(layout, Format::svg);
+    double const row = layout.rows[0].height;
+    EXPECT_EQ('\n' + test::SvgStructure(svg, 1, {1e9, row}, row).text, R"(
+box #e9eef4 0..0 at 0
+text 1 at 0
+text house at 0
+text 3d at 0
+text 6 Jan 2004 at 0
+text 8 Jan 2004 at 0
+text 1.1 at 1
+text dig at 1
+text 2d at 1
+text 6 Jan 2004 at 1
+text 7 Jan 2004 at 1
+text 1.2 at 2
+text walls &amp; roof at 2
+text 1d at 2
+text 8 Jan 2004 at 2
+text 8 Jan 2004 at 2
+text 2 at 3
+text over at 3
+text 9 Jan 2004 at 3
+text 9 Jan 2004 at 3
+text 3 at 4
+text free at 4
+text 1d at 4
+text 12 Jan 2004 at 4
+text 12 Jan 2004 at 4
+)");
+    EXPECT_EQ('\n' + test::SvgStructure(svg, 2, {layout.scale.widthOfDay() / 24, row}, row).text, R"(
+line #000000 65 at 1 to 82 at 1
+shape #000000 81..82 at 2
+line #000000 89 at 2 to 105 at 2
+shape #000000 104..106 at 3
+shape #2d3748 33..89 at 0
+box #7f7f7f 33..65 at 1
+box round 33..65 at 1
+box #141a24 33..61 at 1
+box #ff0000 41..65 at 1
+box #ff0000 81..89 at 2
+box round 81..89 at 2
+shape #ff0000 104..106 at 3
+line #000000 105 at 3 to 106 at 3
+box #ff0000 177..185 at 4
+box #96a0af 177..185 at 4
+text 9 Jan at 3
+line #0000ff 61 at 0 to 61 at 5
+)");
 }
 
 TEST(Gantt, ContinuesABarByEachEndOfItsRisks)
