@@ -152,12 +152,17 @@ struct GanttLayout
         bool isCritical;
         std::vector<Point> points;  // the last is the tip
     };
-    // A date beside a diamond.
+    // A date beside a diamond: behind it or, where the chart ends there, before it.
     struct Note
     {
+        // To the middle of the diamond.
+        static constexpr double gap = Bar::halfDiamond + 2;
+        static constexpr Font font{.size = 8.5};
+
         std::size_t row;
         double x;
         std::string text;
+        bool isBefore;
     };
     struct Shade
     {

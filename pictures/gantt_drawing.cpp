@@ -157,9 +157,11 @@ private:
                       [&](GanttLayout::Note const & note)
                       {
                           Row const & row = layout.rows[note.row];
+                          Font font = GanttLayout::Note::font;
+                          font.color = darkInk;
+                          if (note.isBefore) font.align = Align::right;
                           // Above the arrow that may leave the diamond.
-                          canvas.text({note.x + Bar::halfDiamond + 2, row.barMiddle() - 2}, note.text,
-                                      {.size = 8.5, .color = darkInk});
+                          canvas.text({note.x, row.barMiddle() - 2}, note.text, font);
                       });
         double const top = part.first == part.last ? 0 : layout.rows[part.first].top;
         for (GanttLayout::Moment const & moment : layout.moments)

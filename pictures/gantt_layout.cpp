@@ -387,8 +387,10 @@ private:
         Bar const diamond = layout.bars.back();
         if (project.isInCriticalPath(row.task->getID()))
             layout.bars.push_back({at, Bar::Kind::critical, diamond.left, diamond.left, black});
-        std::string const date = dateText(row.start);
-        layout.notes.push_back({at, diamond.left, date.substr(0, date.rfind(' '))});
+        std::string const date = dateText(row.start), day = date.substr(0, date.rfind(' '));
+        double const behind = diamond.left + GanttLayout::Note::gap;
+        bool const isBefore = behind + textWidth(day, GanttLayout::Note::font) > layout.scale.width();
+        layout.notes.push_back({at, isBefore ? diamond.left - GanttLayout::Note::gap : behind, day, isBefore});
     }
     void addTask(std::size_t at)
     {

@@ -136,13 +136,16 @@ TEST(Gantt, DrawsWhatIsLaidOut)
     WithCriticalPath const critical;
     Plan plan({aTask("house").with({aTask("dig").lasting(2_d).started("01-06 09:00"_t),
                                     aTask("walls & roof").from("01-08 09:00"_t).after("dig")}),
-               aTask("over").from("01-09 09:00"_t).keyDate().after("walls & roof"), aTask("free").from("01-12 09:00"_t)});
+               aTask("over").from("01-09 09:00"_t).keyDate().after("walls & roof"), aTask("free").from("01-12 09:00"_t),
+               aTask("last").from("02-03 09:00"_t).keyDate()});
     plan.act([&](auto & rules) { return rules.setTasksBaseline(plan.ids({"free"})); });
     // So wide that a few pixels are less than an hour.
     GanttOptions options = january();
     options.now = "01-07 13:00"_t;
     options.width = 4000;
+    options.to = "02-03 12:00"_t;
     GanttLayout const layout = layOutGantt(plan.project, options);
+    EXPECT_TRUE(!layout.notes[0].isBefore && layout.notes[1].isBefore);
     std::string const svg = drawGantt(layout, Format::svg);
     double const row = layout.rows[0].height;
     EXPECT_EQ('\n' + test::SvgStructure(svg, 1, {1e9, row}, row).text, R"(
@@ -171,6 +174,10 @@ text free at 4
 text 1d at 4
 text 12 Jan 2004 at 4
 text 12 Jan 2004 at 4
+text 4 at 5
+text last at 5
+text 3 Feb 2004 at 5
+text 3 Feb 2004 at 5
 )");
     EXPECT_EQ('\n' + test::SvgStructure(svg, 2, {layout.scale.widthOfDay() / 24, row}, row).text, R"(
 line #000000 65 at 1 to 82 at 1
@@ -188,8 +195,10 @@ shape #ff0000 104..106 at 3
 line #000000 105 at 3 to 106 at 3
 box #ff0000 177..185 at 4
 box #96a0af 177..185 at 4
+shape #ff0000 704..706 at 5
 text 9 Jan at 3
-line #0000ff 61 at 0 to 61 at 5
+text 3 Feb at 5
+line #0000ff 61 at 0 to 61 at 6
 )");
 }
 
