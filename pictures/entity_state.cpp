@@ -85,8 +85,7 @@ std::vector<EntityChange> entityChanges(std::span<EntityUse const> uses)
         moments.push_back(std::max(use.start, use.end));
     }
     std::ranges::sort(moments);
-    auto const repeated = std::ranges::unique(moments);
-    moments.erase(repeated.begin(), repeated.end());
+    moments.erase(std::unique(moments.begin(), moments.end()), moments.end());
     std::vector<EntityChange> changes;
     for (std::int64_t const minute : moments)
     {

@@ -457,7 +457,8 @@ private:
             }
         }
         // What matters most is drawn last.
-        std::ranges::stable_partition(layout.arrows, [](auto const & arrow) { return !arrow.isCritical; });
+        std::stable_partition(layout.arrows.begin(), layout.arrows.end(),
+                              [](auto const & arrow) { return !arrow.isCritical; });
     }
     std::vector<Covered> coveredByBars() const
     {

@@ -32,8 +32,7 @@ std::string keyOf(CEntity const & entity)
 void sortOnce(Positions & positions)
 {
     std::ranges::sort(positions);
-    auto const repeated = std::ranges::unique(positions);
-    positions.erase(repeated.begin(), repeated.end());
+    positions.erase(std::unique(positions.begin(), positions.end()), positions.end());
 }
 
 class SiteReader
