@@ -1,14 +1,12 @@
 // An XML document out of hostile bytes: reading ends, whatever its elements are taken for. Values that were read are
 // written, and what was written is read without complaint.
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
 
+#include "fuzz/memory_path.h"
 #include "persistence/xml_attribute.h"
 #include "values/date_time.h"
 #include "values/enumerations.h"
@@ -61,21 +59,6 @@ private:
     CCompanyIDArray companies;
     CAttributeArray attributes;
     CProjectTimeOfDaySpanArray spans;
-};
-
-// A file in memory, under a path.
-class CMemoryPath
-{
-public:
-    CMemoryPath(void const * data, std::size_t size) : handle(memfd_create("document", MFD_CLOEXEC))
-    {
-        if (write(handle, data, size) != static_cast<ssize_t>(size)) std::abort();
-    }
-    ~CMemoryPath() { close(handle); }
-    CString path() const { return CString(std::string_view("/proc/self/fd/" + std::to_string(handle))); }
-
-private:
-    int handle;
 };
 
 int read(void const * data, std::size_t size, CSample & sample)
