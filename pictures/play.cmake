@@ -18,4 +18,4 @@ add_custom_command(OUTPUT ${page_source}
     VERBATIM)
 target_sources(orvane_pictures PRIVATE ${page_source})
 set_source_files_properties(${page_source} PROPERTIES SKIP_PRECOMPILE_HEADERS ON SKIP_UNITY_BUILD_INCLUSION ON)
-target_link_libraries(orvane_pictures PRIVATE nlohmann_json::nlohmann_json)
+target_link_libraries(orvane_pictures PRIVATE $<BUILD_INTERFACE:nlohmann_json::nlohmann_json>)

@@ -21,6 +21,10 @@ run(${CMAKE_COMMAND} -G Ninja -S ${SOURCE_DIR} -B ${SCRATCH}/embed -DCMAKE_PREFI
     -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_FLAGS=${CXX_FLAGS})
 run(${CMAKE_COMMAND} --build ${SCRATCH}/embed)
 run(${SCRATCH}/embed/embed)
+# The library of pictures may have been left out.
+if(EXISTS ${SCRATCH}/embed/picture)
+    run(${SCRATCH}/embed/picture)
+endif()
 
 execute_process(COMMAND pkg-config --cflags --libs orvane-schedule
     OUTPUT_VARIABLE package COMMAND_ERROR_IS_FATAL ANY)
