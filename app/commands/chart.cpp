@@ -23,17 +23,12 @@ using pictures::Format;
 using pictures::Paper;
 using pictures::UtilisationOptions;
 
-struct ChartRequest
+struct ChartRequest : PictureRequest
 {
-    std::string project;
-    std::string output;
     bool isEarnedValue = false, isUtilisation = false;
     std::string by;
-    std::string from, to, at;
-    std::optional<std::string> paper;
-    bool isLandscape = false;
+    std::string at;
     std::optional<int> width;
-    Login login;
 };
 
 ChartOptions optionsOf(ChartRequest const & request)
@@ -76,16 +71,7 @@ int draw(ChartRequest const & request)
     if (!request.isEarnedValue && !request.isUtilisation) throw CLI::RequiredError("--earned-value or --utilisation");
     formatOf(request.output);
     Session const session(request.project, Session::Purpose::reading, request.login);
-    std::string picture;
-    try
-    {
-        picture = pictureOf(session.project(), request);
-    }
-    catch (std::invalid_argument const & failure)
-    {
-        throw Refusal(request.output + ": " + failure.what());
-    }
-    writeText(request.output, picture);
+    writeText(request.output, drawn(request.output, [&] { return pictureOf(session.project(), request); }));
     return ending::done;
 }
 
@@ -99,22 +85,16 @@ void addChart(CLI::App & program)
                    "  orvane chart bridge.prj --earned-value -o value.svg\n"
                    "  orvane chart bridge.prj --earned-value --at 2027-05-01 -o may.pdf --landscape\n"
                    "  orvane chart bridge.prj --utilisation --by company -o use.png");
-    addProject(command, request->project);
+    addPictureOptions(command, *request);
     CLI::Option * const value =
         command.add_flag("--earned-value", request->isEarnedValue, "draws the costs scheduled, performed and actual");
     CLI::Option * const use = command.add_flag("--utilisation", request->isUtilisation,
                                                "draws the units in use against those that there are");
     use->excludes(value);
-    command.add_option("-o,--output", request->output, "the picture; its name ends in .svg, .png or .pdf")->required();
     command.add_option("--by", request->by, "for the use of resources: a band for each resource, company or kind")
         ->check(CLI::IsMember({"resource", "company", "kind"}))
         ->needs(use);
     command.add_option("--at", request->at, "as of when work is counted; now unless given")->type_name("TIME");
-    command.add_option("--from", request->from, "where the chart begins, as 2027-03-01")->type_name("TIME");
-    command.add_option("--to", request->to, "where the chart ends")->type_name("TIME");
-    command.add_option("--paper", request->paper, "for PDF: A4, A3, A2 or A1")
-        ->check(CLI::IsMember({"A4", "A3", "A2", "A1"}));
-    command.add_flag("--landscape", request->isLandscape, "for PDF: the long side of the paper lies below");
     command.add_option("--width", request->width, "for SVG and PNG: of the whole picture, in pixels")
         ->check(CLI::Range(static_cast<int>(ChartOptions::leastWidth), static_cast<int>(ChartOptions::mostWidth)));
     addLoginOption(command, request->login);

@@ -4,7 +4,6 @@
 
 #include <iostream>
 #include <memory>
-#include <optional>
 
 #include <CLI/CLI.hpp>
 #include <fmt/ostream.h>
@@ -26,17 +25,12 @@ using pictures::GanttLayout;
 using pictures::GanttOptions;
 using pictures::Paper;
 
-struct GanttRequest
+struct GanttRequest : PictureRequest
 {
-    std::string project;
-    std::string output;
-    std::string from, to;
-    std::optional<std::string> paper;
-    bool isLandscape = false, isOnePage = false;
+    bool isOnePage = false;
     bool isExpanded = false, isCollapsed = false;
     bool hidesLinks = false;
     int width = 0;
-    Login login;
 };
 
 GanttOptions optionsOf(GanttRequest const & request)
@@ -87,16 +81,7 @@ int draw(GanttRequest const & request)
     formatOf(request.output);
     CriticalPathAsked const asked;
     Session const session(request.project, Session::Purpose::reading, request.login);
-    std::string picture;
-    try
-    {
-        picture = pictureOf(session.project(), request);
-    }
-    catch (std::invalid_argument const & failure)
-    {
-        throw Refusal(fmt::format("{}: {}", request.output, failure.what()));
-    }
-    writeText(request.output, picture);
+    writeText(request.output, drawn(request.output, [&] { return pictureOf(session.project(), request); }));
     return ending::done;
 }
 
@@ -109,13 +94,7 @@ void addGantt(CLI::App & program)
                                     "  orvane gantt bridge.prj -o bridge.svg\n"
                                     "  orvane gantt bridge.prj -o bridge.pdf --paper A3 --landscape\n"
                                     "  orvane gantt bridge.prj -o may.png --from 2027-05-01 --to 2027-06-01 --expand");
-    addProject(command, request->project);
-    command.add_option("-o,--output", request->output, "the picture; its name ends in .svg, .png or .pdf")->required();
-    command.add_option("--from", request->from, "where the chart begins, as 2027-03-01")->type_name("TIME");
-    command.add_option("--to", request->to, "where the chart ends")->type_name("TIME");
-    command.add_option("--paper", request->paper, "for PDF: A4, A3, A2 or A1")
-        ->check(CLI::IsMember({"A4", "A3", "A2", "A1"}));
-    command.add_flag("--landscape", request->isLandscape, "for PDF: the long side of the paper lies below");
+    addPictureOptions(command, *request);
     command.add_flag("--one-page", request->isOnePage, "for PDF: everything on one page, made smaller where it must");
     CLI::Option * const expand =
         command.add_flag("--expand", request->isExpanded, "all rows, also those that the views show collapsed");

@@ -9,8 +9,8 @@
 
 #include "app/command.h"
 #include "app/failure.h"
+#include "app/picture_options.h"
 #include "app/session.h"
-#include "app/text_values.h"
 #include "pictures/play.h"
 
 namespace orvane::app
@@ -29,13 +29,8 @@ struct PlayRequest
 
 // When the page opens: as asked for, or where the views are focussed.
 CProjectTime openingTime(CProject const & project, std::string const & asked)
-try
 {
-    return asked.empty() ? project.getGanttPresentation().getFocussedTime() : readTime(asked);
-}
-catch (std::exception const & failure)
-{
-    throw Refusal(std::string("--at: ") + failure.what());
+    return asked.empty() ? project.getGanttPresentation().getFocussedTime() : timeOf("--at", asked);
 }
 
 int makePage(PlayRequest const & request)
@@ -45,16 +40,7 @@ int makePage(PlayRequest const & request)
     options.title = request.title.empty() ? std::filesystem::path(request.project).stem().string() : request.title;
     options.now = CProjectTime::GetTickCount();
     options.at = openingTime(session.project(), request.at);
-    std::string page;
-    try
-    {
-        page = pictures::playPage(session.project(), options);
-    }
-    catch (std::invalid_argument const & failure)
-    {
-        throw Refusal(request.project + ": " + failure.what());
-    }
-    writeText(request.output, page);
+    writeText(request.output, drawn(request.project, [&] { return playPage(session.project(), options); }));
     return ending::done;
 }
 
