@@ -19,7 +19,7 @@ namespace
 using Band = Utilisation::Band;
 using Load = Utilisation::Load;
 
-constexpr double bandHeight = 58, plotTop = 7, plotFoot = 5, namesWidth = 190, axisWidth = 40, bandSample = 24;
+constexpr double bandHeight = 58, plotTop = 7, plotFoot = 5, namesWidth = 190, axisWidth = 40;
 constexpr double chartLeft = namesWidth + axisWidth, bandsSpace = 6;
 constexpr Color availableColor{226, 231, 238};
 
@@ -117,41 +117,29 @@ public:
     // In as many lines as it takes; nothing is drawn when it is only measured. Answers the height.
     double legend(Point const & at, bool isDrawn) const
     {
-        Font const font{.size = 10, .color = darkInk};
-        double x = 0, y = 0;
-        auto const place = [&](std::string const & text, auto const & drawSample)
-        {
-            double const length = bandSample + 5 + textWidth(text, font);
-            if (x > 0 && x + length > width()) x = 0, y += legendLine;
-            if (isDrawn)
-            {
-                drawSample(Box{at.x + x, at.y + y + 3, bandSample, 12});
-                canvas.text({at.x + x + bandSample + 5, at.y + y + 12.5}, text, font);
-            }
-            x += length + 16;
-        };
+        LegendLines lines(isDrawn ? &canvas : nullptr, at, width());
         auto const filled = [&](Color color)
         {
-            return [this, color](Box const & box)
-            { canvas.box(box, {.fill = color, .line = mixed(color, black, 0.4), .lineWidth = 0.7}); };
+            return [this, color](Box const & room)
+            { canvas.box({room.left, room.top + 3, room.width, room.height - 6}, {.fill = color, .line = mixed(color, black, 0.4), .lineWidth = 0.7}); };
         };
         if (hasCompanyColors && !utilisation.bands.empty())
-            place("In use, in the company's colour", filled(inUse(companyColor(utilisation.bands.front()))));
+            lines.add("In use, in the company's colour", filled(inUse(companyColor(utilisation.bands.front()))));
         for (KindInk const & ink : kindInks)
             if (!hasCompanyColors &&
                 std::ranges::any_of(utilisation.bands, [&](Band const & band) { return band.kind == ink.kind; }))
-                place(ink.text, filled(inUse(Color::ofNumber(ink.setting()))));
-        place("Available", filled(availableColor));
+                lines.add(ink.text, filled(inUse(Color::ofNumber(ink.setting()))));
+        lines.add("Available", filled(availableColor));
         if (std::ranges::any_of(utilisation.bands, [](Band const & band) { return band.daysOver > 0; }))
-            place("More than available", filled(overColor()));
+            lines.add("More than available", filled(overColor()));
         if (isNowSeen())
-            place("As of " + dateText(now),
-                  [&](Box const & box)
-                  {
-                      drawLine(canvas, {box.left + box.width / 2, box.top - 1},
-                               {box.left + box.width / 2, box.bottom() + 1}, nowColor(), 2);
-                  });
-        return y + legendLine;
+            lines.add("As of " + dateText(now),
+                      [&](Box const & room)
+                      {
+                          double const middle = room.left + room.width / 2;
+                          drawLine(canvas, {middle, room.top + 2}, {middle, room.bottom() - 2}, nowColor(), 2);
+                      });
+        return lines.height();
     }
 
 private:

@@ -15,7 +15,7 @@ namespace orvane::pictures
 namespace
 {
 
-constexpr double pictureHeight = 640, tableRow = 34, curveSample = 24;
+constexpr double pictureHeight = 640, tableRow = 34;
 
 struct Curve
 {
@@ -83,32 +83,23 @@ public:
     // In as many lines as it takes; nothing is drawn when it is only measured. Answers the height.
     double legend(Point const & at, double width, bool isDrawn) const
     {
-        double x = 0, y = 0;
-        auto const place = [&](std::string const & text, auto const & drawSample)
-        {
-            double const length = curveSample + 5 + textWidth(text, legendFont);
-            if (x > 0 && x + length > width) x = 0, y += legendLine;
-            if (isDrawn)
-            {
-                drawSample(Point{at.x + x, at.y + y + 9});
-                canvas.text({at.x + x + curveSample + 5, at.y + y + 12.5}, text, legendFont);
-            }
-            x += length + 16;
-        };
+        LegendLines lines(isDrawn ? &canvas : nullptr, at, width);
         for (Curve const & curve : curves)
             if (curve.isShown)
-                place(std::string(curve.name) + ": " + curve.meaning,
-                      [&](Point const & left) {
-                          stroke({left, {left.x + curveSample, left.y}}, curve);
-                      });
+                lines.add(std::string(curve.name) + ": " + curve.meaning,
+                          [&](Box const & room)
+                          {
+                              double const middle = room.top + room.height / 2;
+                              stroke({{room.left, middle}, {room.right(), middle}}, curve);
+                          });
         if (isNowSeen())
-            place("As of " + dateText(value.status),
-                  [&](Point const & left)
-                  {
-                      double const middle = left.x + curveSample / 2;
-                      drawLine(canvas, {middle, left.y - 7}, {middle, left.y + 7}, nowColor(), 2);
-                  });
-        return y + legendLine;
+            lines.add("As of " + dateText(value.status),
+                      [&](Box const & room)
+                      {
+                          double const middle = room.left + room.width / 2;
+                          drawLine(canvas, {middle, room.top + 2}, {middle, room.bottom() - 2}, nowColor(), 2);
+                      });
+        return lines.height();
     }
 
 private:
@@ -279,7 +270,7 @@ private:
     bool isNowSeen() const { return value.status.isValid() && nowX() >= 0 && nowX() <= scale.width(); }
     static Color nowColor() { return Color::ofNumber(CProjectConfig::getCurrentTimeColor()); }
 
-    Font const tickFont{.size = 10, .color = darkInk}, legendFont{.size = 10, .color = darkInk},
+    Font const tickFont{.size = 10, .color = darkInk}, 
         labelFont{.size = 11, .isBold = true, .color = darkInk};
     CProject const & project;
     EarnedValue const & value;

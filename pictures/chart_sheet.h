@@ -41,6 +41,38 @@ void drawLine(Canvas & canvas, Point const & from, Point const & to, Color color
 // That of the settings, so pale that it does not compete with what stands before it.
 Color gridColor(double paleness);
 
+// The entries of a legend, each a sample with a text behind it, in as many lines as it takes.
+class LegendLines
+{
+public:
+    // Without a canvas they are only measured.
+    LegendLines(Canvas * canvas, Point const & at, double width) : canvas(canvas), at(at), width(width) {}
+
+    // Calls `drawSample` with its room.
+    template <class DrawSample>
+    void add(std::string const & text, DrawSample const & drawSample)
+    {
+        constexpr double sample = 24, gap = 5, between = 16;
+        Font const font{.size = 10, .color = darkInk};
+        double const length = sample + gap + textWidth(text, font);
+        if (x > 0 && x + length > width) x = 0, y += legendLine;
+        if (canvas)
+        {
+            drawSample(Box{at.x + x, at.y + y, sample, legendLine});
+            canvas->text({at.x + x + sample + gap, at.y + y + 12.5}, text, font);
+        }
+        x += length + between;
+    }
+    // Nothing without an entry.
+    double height() const { return x > 0 ? y + legendLine : 0; }
+
+private:
+    Canvas * canvas;
+    Point at;
+    double width;
+    double x = 0, y = 0;
+};
+
 // How fine the pixels of a picture are: twice as fine where that does not take too much.
 double scaleFor(Format format, double width, double height);
 

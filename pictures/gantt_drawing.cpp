@@ -21,7 +21,6 @@ using Entry = GanttLayout::LegendEntry;
 
 constexpr Color linkColor{124, 135, 152};
 constexpr Color outermostTint{233, 238, 244}, innerTint{245, 247, 250};
-constexpr double legendSample = 24, legendGap = 16;
 
 // A part of the chart: rows from `first` up to `last`, and the time between two places of the chart's width.
 struct Part
@@ -71,20 +70,10 @@ public:
     // In as many lines as it takes; nothing is drawn when it is only measured. Answers the height.
     double legend(Point const & at, double width, bool isDrawn) const
     {
-        Font const font{.size = 10, .color = darkInk};
-        double x = 0, y = 0;
+        LegendLines lines(isDrawn ? &canvas : nullptr, at, width);
         for (Entry const & entry : layout.legend)
-        {
-            double const length = legendSample + 5 + textWidth(entry.text, font);
-            if (x > 0 && x + length > width) x = 0, y += legendLine;
-            if (isDrawn)
-            {
-                drawSample(entry, {at.x + x, at.y + y, legendSample, legendLine});
-                canvas.text({at.x + x + legendSample + 5, at.y + y + 12.5}, entry.text, font);
-            }
-            x += length + legendGap;
-        }
-        return layout.legend.empty() ? 0 : y + legendLine;
+            lines.add(entry.text, [&](Box const & room) { drawSample(entry, room); });
+        return lines.height();
     }
 
 private:
