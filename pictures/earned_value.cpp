@@ -194,7 +194,7 @@ private:
         CProjectTime const & start = task.getActualStartTime();
         CProjectTime const end = isFinished ? task.getActualFinishTime() : task.getEstimatedFinishTime();
         actual.add(task.getCalendar(), start, end, task.getSumTotal(CCostTotalType::Actual));
-        double const done = bounded(budgetOf(task)) * percentCompleteAt(task, status) * 0.01;
+        double const done = bounded(budgetOf(task)) * task.getPercentComplete(status) * 0.01;
         if (isFinished) performed.add(task.getCalendar(), start, end, done);
         else if (status.isValid() && status > start) performed.add(task.getCalendar(), start, status, done);
     }
@@ -214,24 +214,6 @@ TimeRange rangeOf(Ledger const & ledger, CProjectTime const & status, TimeRange 
 }
 
 }  // namespace
-
-double percentCompleteAt(CTask const & task, CProjectTime const & time)
-{
-    if (task.isOpen()) return 0;
-    if (task.getStatus() == CTaskStatus::Finished) return 100;
-    CProjectDuration worked(0);
-    CCalendar const & calendar = task.getCalendar();
-    if (time > task.getActualStartTime())
-        worked = calendar.subtractTimeFromTime(task.getActualStartTime(), calendar.getNextValidStartTime(time));
-    auto seconds = static_cast<double>(worked.GetTotalSeconds());
-    for (CTaskReport const & report : task.getTaskReports())
-    {
-        auto const length = static_cast<double>(report.getDuration().GetTotalSeconds());
-        seconds += report.getType() == CTaskReportType::Delay ? -length : length;
-    }
-    auto const planned = static_cast<double>(task.getPlannedDuration().GetTotalSeconds());
-    return planned == 0 ? 100 : std::clamp(seconds * 100 / planned, 0.0, 100.0);
-}
 
 EarnedValue earnedValueOf(CProject const & project, CProjectTime const & status, TimeRange const & asked)
 {

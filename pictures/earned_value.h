@@ -6,7 +6,6 @@
 #include "pictures/chart_steps.h"
 
 class CProject;
-class CTask;
 
 namespace orvane::pictures
 {
@@ -61,8 +60,5 @@ struct EarnedValue
 
 // The figures as of the status time. The range decides the steps alone: what lies before it is contained.
 EarnedValue earnedValueOf(CProject const & project, CProjectTime const & status, TimeRange const & range = {});
-
-// What CTask::getPercentComplete answers when the clock shows that time.
-double percentCompleteAt(CTask const & task, CProjectTime const & time);
 
 }  // namespace orvane::pictures

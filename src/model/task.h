@@ -116,9 +116,10 @@ public:
     CProjectDuration getDurationToEndOfUnmitigatedRisk() const;
     CProjectDuration getDurationToEndOfStoredRisk() const;
 
-    // Progress in percent of the planned duration, by the clock: as worked, and kept within 0 to 100.
-    double getUnconstrainedPercentComplete() const;
-    double getPercentComplete() const;
+    // Progress in percent of the planned duration, by the clock unless another time is given: as worked, and kept within 0
+    // to 100.
+    double getUnconstrainedPercentComplete(CProjectTime const & now = CProjectTime::GetTickCount()) const;
+    double getPercentComplete(CProjectTime const & now = CProjectTime::GetTickCount()) const;
     CProjectTime getTimeOfPercentCompletePoint() const;
 
     // Working time of the assigned risks: as they are, or as the reports have left them.

@@ -125,12 +125,11 @@ CProjectDuration CTask::getDurationToEndOfStoredRisk() const
 
 // ---- progress -------------------------------------------------------------------------------------
 
-double CTask::getUnconstrainedPercentComplete() const
+double CTask::getUnconstrainedPercentComplete(CProjectTime const & now) const
 {
     if (isOpen()) return 0.0;
     if (fields.status == CTaskStatus::Finished) return 100.0;
 
-    CProjectTime const now = CProjectTime::GetTickCount();
     CProjectDuration worked(0);
     if (now > fields.actualStartTime)
         worked = getCalendar().subtractTimeFromTime(fields.actualStartTime, getCalendar().getNextValidStartTime(now));
@@ -140,9 +139,9 @@ double CTask::getUnconstrainedPercentComplete() const
     return planned == 0 ? 100.0 : static_cast<double>(worked.GetTotalSeconds()) * 100.0 / static_cast<double>(planned);
 }
 
-double CTask::getPercentComplete() const
+double CTask::getPercentComplete(CProjectTime const & now) const
 {
-    return std::clamp(getUnconstrainedPercentComplete(), 0.0, 100.0);
+    return std::clamp(getUnconstrainedPercentComplete(now), 0.0, 100.0);
 }
 
 CProjectTime CTask::getTimeOfPercentCompletePoint() const
